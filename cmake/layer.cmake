@@ -1,0 +1,34 @@
+# Compiler settings that every target shares, and the one way to declare a layer.
+
+add_library(ledgix_flags INTERFACE)
+if(MSVC)
+  target_compile_options(ledgix_flags INTERFACE /W4 /WX /utf-8 /fp:precise)
+else()
+  # No fused multiply-add: a figure must be the same on every processor.
+  target_compile_options(ledgix_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+endif()
+if(LEDGIX_SANITIZE)
+  target_compile_options(ledgix_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(ledgix_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(LEDGIX_FUZZ)
+  target_compile_options(ledgix_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(ledgix_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# add_layer(target folder [what it may use...]): the sources of one folder, without its sub-folders, as a static library.
+# Its headers are found by their bare names, by those who name the layer and by nobody else.
+function(add_layer target folder)
+  set(place ${CMAKE_SOURCE_DIR}/${folder})
+  file(GLOB sources CONFIGURE_DEPENDS ${place}/*.cpp ${place}/*.h)
+  list(FILTER sources EXCLUDE REGEX "_(posix|windows)\\.cpp$")
+  if(WIN32)
+    file(GLOB platform CONFIGURE_DEPENDS ${place}/*_windows.cpp)
+  else()
+    file(GLOB platform CONFIGURE_DEPENDS ${place}/*_posix.cpp)
+  endif()
+  add_library(${target} STATIC ${sources} ${platform})
+  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(${target} PUBLIC ${place})
+  target_link_libraries(${target} PUBLIC ledgix_flags ${ARGN})
+endfunction()

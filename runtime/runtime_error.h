@@ -1,0 +1,83 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace ledgix::runtime {
+
+// Error numbers that the program raises or tests for. Those from 3000 on are the database engine's.
+enum class ErrorNumber : int {
+    kInvalidArgument = 5,
+    kOverflow = 6,
+    kSubscript = 9,
+    kDivisionByZero = 11,
+    kTypeMismatch = 13,
+    kFileNotFound = 53,
+    kDeviceIo = 57,
+    kPermissionDenied = 70,
+    kObjectNotSet = 91,
+    kInvalidNull = 94,
+    kDuplicateKey = 457,
+    kInvalidSettings = 3000,
+    kInvalidOperation = 3001,
+    kNoCurrentRecord = 3021,
+    kDuplicateIndexValue = 3022,
+    kDatabaseNotFound = 3024,
+    kDatabaseReadOnly = 3027,
+    kPasswordProtected = 3031,
+    kDatabaseDamaged = 3049,
+    kFileInUse = 3045,
+    kCannotOpenFile = 3051,
+    kTooFewParameters = 3061,
+    kDiskIo = 3043,
+    kSyntax = 3075,
+    kMissingOperator = 3077,
+    kTableNotFound = 3078,
+    kInvalidStatement = 3129,
+    kEncrypted = 3112,
+    kOrderBySyntax = 3138,
+    kFromSyntax = 3131,
+    kSelectSyntax = 3141,
+    kInvalidOperationForType = 3219,
+    kFeatureNotAvailable = 3251,
+    kItemNotFound = 3265,
+    kUnrecognizedFormat = 3343,
+    kTooComplex = 3360,
+    kObjectClosed = 3420,
+    kTypeConversion = 3421,
+    kCriteriaMismatch = 3464,
+};
+
+// The source that errors of the database engine bear, and the one of all others.
+inline constexpr std::string_view kEngineSource = "Microsoft JET Database Engine";
+inline constexpr std::string_view kProgramSource = "Ledgix";
+
+// The one exception type of the program.
+class RuntimeError : public std::exception {
+public:
+    RuntimeError(int number, std::string_view source, std::string_view description);
+
+    int number() const noexcept { return number_; }
+    bool Is(ErrorNumber number) const noexcept { return number_ == static_cast<int>(number); }
+    const std::string& source() const noexcept { return source_; }
+    const std::string& description() const noexcept { return description_; }
+
+    // "number - description", as message boxes show it.
+    const char* what() const noexcept override { return text_.c_str(); }
+
+private:
+    int number_;
+    std::string source_;
+    std::string description_;
+    std::string text_;
+};
+
+// Raises an error of the program itself, with the standard description of its number.
+[[noreturn]] void RaiseError(ErrorNumber number);
+[[noreturn]] void RaiseError(ErrorNumber number, std::string_view description);
+
+// Raises an error whose source is the database engine.
+[[noreturn]] void RaiseEngineError(ErrorNumber number, std::string_view description);
+
+}  // namespace ledgix::runtime
