@@ -1,0 +1,91 @@
+#include "text_codec.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "byte_order.h"
+#include "text.h"
+
+namespace ledgix::jet {
+
+namespace {
+
+constexpr std::uint8_t kCompressed[]{0xFF, 0xFE};
+
+void AppendCodePoint(std::string& out, char32_t code_point) {
+    if (code_point < 0x80)
+        out.push_back(static_cast<char>(code_point));
+    else
+        runtime::AppendUtf8(out, code_point);
+}
+
+bool IsHighSurrogate(char32_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+
+bool IsLowSurrogate(char32_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+void AppendUtf16(std::string& out, Bytes stored) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    std::size_t at = 0;
+    while (at + 2 <= stored.size()) {
+        char32_t unit = LoadU16(stored, at);
+        at += 2;
+        if (IsHighSurrogate(unit) && at + 2 <= stored.size() && IsLowSurrogate(LoadU16(stored, at))) {
+            unit = 0x10000 + ((unit & 0x3FF) << 10) + (LoadU16(stored, at) & 0x3FFU);
+            at += 2;
+        } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+            unit = kReplacement;
+        }
+        AppendCodePoint(out, unit);
+    }
+    if (at < stored.size())
+        AppendCodePoint(out, kReplacement);
+}
+
+// Bytes of one character each; a zero byte goes over to UTF-16, and a zero byte at the start of a unit goes back.
+void AppendCompressed(std::string& out, Bytes stored) {
+    std::size_t at = 0;
+    while (at < stored.size()) {
+        for (; at < stored.size() && stored[at] != 0; ++at)
+            AppendCodePoint(out, stored[at]);
+        const std::size_t wide = ++at;
+        while (at < stored.size() && stored[at] != 0)
+            at += 2;
+        if (wide < stored.size())
+            AppendUtf16(out, stored.subspan(wide, std::min(at, stored.size()) - wide));
+        ++at;
+    }
+}
+
+std::string DecodeCodePage(Bytes stored) {
+    const std::string_view text(reinterpret_cast<const char*>(stored.data()), stored.size());
+    const bool ascii = std::all_of(stored.begin(), stored.end(), [](std::uint8_t byte) { return byte < 0x80; });
+    return ascii ? std::string(text) : runtime::CodePage1252ToUtf8(text);
+}
+
+}  // namespace
+
+std::string DecodeText(const Format& format, Bytes stored) {
+    const bool compressed = format.generation == Generation::kJet4 && stored.size() >= 2 &&
+                            stored[0] == kCompressed[0] && stored[1] == kCompressed[1];
+    if (!compressed)
+        return DecodeName(format, stored);
+    std::string text;
+    text.reserve(stored.size());
+    AppendCompressed(text, stored.subspan(2));
+    return text;
+}
+
+std::string DecodeName(const Format& format, Bytes stored) {
+    if (format.generation == Generation::kJet3)
+        return DecodeCodePage(stored);
+    std::string text;
+    text.reserve(stored.size() / 2);
+    AppendUtf16(text, stored);
+    return text;
+}
+
+}  // namespace ledgix::jet
