@@ -1,0 +1,43 @@
+#include "cls_profiles.h"
+
+#include <string>
+#include <utility>
+
+#include "conversions.h"
+#include "dao_constants.h"
+#include "database.h"
+#include "message_box.h"
+#include "record_number.h"
+
+namespace ledgix::model {
+
+std::unique_ptr<clsProfiles> gProfiles;
+
+clsProfile& clsProfiles::AddItem(std::int32_t& lProfileNumber) {
+    auto profile = std::make_unique<clsProfile>();
+    TakeNumber(lProfileNumber, highest_profile_);
+    profile->ProfileNumber = lProfileNumber;
+    return profiles_.Add(std::move(profile), "P" + runtime::ToText(lProfileNumber));
+}
+
+clsProfile& clsProfiles::AddItem() {
+    std::int32_t number = kNewNumber;
+    return AddItem(number);
+}
+
+void clsProfiles::Load() {
+    try {
+        profiles_.Clear();
+        store::ClosingRecordset rows;
+        std::string sql = "select * from Profiles";
+        store::DataCreateSet(rows.get(), sql, dao::kOpenForwardOnly, dao::kReadOnly);
+        for (; !store::DataEOF(rows.get()); store::DataMoveNext(rows.get())) {
+            std::int32_t number = runtime::ToInt32(rows["profilenumber"]);
+            AddItem(number).Load(*rows.get());
+        }
+    } catch (const runtime::RuntimeError& error) {
+        runtime::ShowError(error, "clsProfiles-Load");
+    }
+}
+
+}  // namespace ledgix::model

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "recordset.h"
+#include "yearly_records.h"
+
+namespace ledgix::model {
+
+// One candidate purchase of a profile: dollars, dollars a year, percent a year, whole years.
+class clsProperty {
+public:
+    bool Saved = false;  // loaded from a row, or saved
+    std::int32_t ProfileNumber = 0;
+    std::int32_t PropertyNumber = 0;
+    std::string PropertyName;
+    double PurchasePrice = 0;
+    double PurchaseCosts = 0;
+    double DepositValue = 0;
+    float MortgageRate = 0;  // fixed for the whole term
+    bool InterestOnly = false;
+    std::int16_t MortgageTerm = 0;
+    double Rates = 0;
+    double Insurance = 0;
+    double OtherCosts = 0;
+    double RentIncome = 0;
+    double InflationRate = 0;
+    double HouseValue = 0;  // what of the price can be depreciated
+    double ChattelValue = 0;
+    double HouseDepn = 0;
+    double ChattelDepn = 0;
+    double PriceIncreases = 0;
+    double Fees = 0;
+    double Repairs = 0;
+
+    // Reads the current row of ProfileProperty. Errors: 94 for a Null number, 3265 for a missing column, 6 and 13 for
+    // values that do not fit. A Null name reads as empty.
+    void Load(const dao::Recordset& row);
+
+    // What is borrowed: price and costs less the deposit.
+    double MortgageValue() const { return PurchaseCosts + PurchasePrice - DepositValue; }
+
+    // Repairs, fees, rates, insurance and other costs of a year.
+    double RunningCosts() const { return Repairs + Fees + Rates + Insurance + OtherCosts; }
+
+    // The mortgage payments of the first year in whole dollars; 0 without rate, term or mortgage, and then the records
+    // stay as they are. Else every year's interest and principal, rounded to whole dollars and negative, go into the
+    // records of years 1 to 20; other years get 0. Errors: 6 when the term is beyond 2730 years, or a sum beyond a
+    // double, 11 when the rate is too small to tell from 0.
+    double MortgageCost();
+
+    YearlyRecords records{};
+};
+
+}  // namespace ledgix::model

@@ -1,0 +1,54 @@
+#include "keyed_collection.h"
+
+#include <gtest/gtest.h>
+
+#include "expect_error.h"
+
+namespace ledgix::model {
+namespace {
+
+using runtime::ErrorNumber;
+
+KeyedCollection<int> Filled() {
+    KeyedCollection<int> items;
+    items.Add(std::make_unique<int>(7), "P7");
+    items.Add(std::make_unique<int>(2), "P2");
+    return items;
+}
+
+TEST(KeyedCollection, KeepsTheOrderOfAdding) {
+    const KeyedCollection<int> items = Filled();
+    EXPECT_EQ(items.Count(), 2U);
+    EXPECT_EQ(items[std::size_t{1}], 7);
+    EXPECT_EQ(items[std::size_t{2}], 2);
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P7", "P2"}));
+}
+
+TEST(KeyedCollection, FindsKeysInAnyCase) {
+    EXPECT_EQ(Filled()["p2"], 2);
+    EXPECT_TRUE(Filled().Contains("p7"));
+    EXPECT_FALSE(Filled().Contains("P3"));
+}
+
+TEST(KeyedCollection, RefusesAKeyThatItHolds) {
+    KeyedCollection<int> items = Filled();
+    EXPECT_ERROR(items.Add(std::make_unique<int>(9), "p7"), ErrorNumber::kDuplicateKey);
+    EXPECT_EQ(items.Count(), 2U);
+    EXPECT_EQ(items["P7"], 7);
+}
+
+TEST(KeyedCollection, HasNothingOutsideItsPositionsAndKeys) {
+    EXPECT_ERROR(Filled()[std::size_t{0}], ErrorNumber::kSubscript);
+    EXPECT_ERROR(Filled()[std::size_t{3}], ErrorNumber::kSubscript);
+    EXPECT_ERROR(Filled()["P3"], ErrorNumber::kInvalidArgument);
+}
+
+TEST(KeyedCollection, ClearedTakesOldKeysAgain) {
+    KeyedCollection<int> items = Filled();
+    items.Clear();
+    items.Add(std::make_unique<int>(1), "P7");
+    EXPECT_EQ(items.Count(), 1U);
+}
+
+}  // namespace
+}  // namespace ledgix::model
