@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+// A finished report as plain values: the list of printed bands, which text, CSV and JSON show, and the pages, which the
+// preview, the printer and the PDF draw. All measures are points (1/72 inch) from the page's upper left corner.
+namespace ledgix::zq {
+
+enum class Alignment { kLeft, kCenter, kRight };
+
+struct Colour {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+    bool operator==(const Colour&) const = default;
+};
+
+// A field with its text at the moment of printing. A picture's text is the path of its file.
+struct PrintedField {
+    std::string name;  // spelled as in the template
+    std::string text;
+    bool is_picture = false;
+};
+
+// A field or fixed label as it stands in a line of its band: what a text output needs to line up columns.
+struct PrintedCell {
+    int line = 0;  // within the band
+    double left = 0;
+    double right = 0;
+    Alignment alignment = Alignment::kLeft;
+    std::string text;
+};
+
+struct PrintedBand {
+    std::string name;                  // spelled as in the template
+    std::vector<PrintedField> fields;  // in template order, pictures included
+    std::vector<PrintedCell> cells;    // in template order; lines that collapsed are left out
+    std::string grid;                  // bands of one grid share their text columns
+    bool is_heading = false;
+    bool gap_before = false;
+    bool gap_after = false;
+};
+
+struct PrintedBox {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+    Colour colour;
+};
+
+struct PrintedLine {
+    double x1 = 0;
+    double y1 = 0;
+    double x2 = 0;
+    double y2 = 0;
+    double weight = 0;
+    Colour colour;
+};
+
+// A picture is drawn as large as the box allows without distortion, at the box's side that `alignment` names. Content
+// that is no picture leaves the box empty.
+struct PrintedPicture {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+    Alignment alignment = Alignment::kLeft;
+    std::shared_ptr<const std::string> content;  // the bytes of the picture's file
+};
+
+// One run of text on one line. An output whose typeface runs wider or narrower than `width` keeps to the width, or to
+// the edge (or centre) that `alignment` names.
+struct PrintedText {
+    double left = 0;
+    double baseline = 0;
+    double width = 0;
+    double size = 0;  // of the typeface, in points
+    bool bold = false;
+    Alignment alignment = Alignment::kLeft;
+    Colour colour;
+    std::string text;
+};
+
+// Drawn in the order of the members: boxes first, texts last. Texts stand in the order of their bands, the footer's
+// last.
+struct Drawing {
+    std::vector<PrintedBox> boxes;
+    std::vector<PrintedLine> lines;
+    std::vector<PrintedPicture> pictures;
+    std::vector<PrintedText> texts;
+};
+
+struct Document {
+    std::string title;
+    std::string typeface;
+    double page_width = 0;
+    double page_height = 0;
+    std::vector<PrintedBand> bands;  // in the order of printing
+    std::vector<Drawing> pages;      // at least one, once the layout is ended
+};
+
+}  // namespace ledgix::zq
