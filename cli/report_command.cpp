@@ -106,16 +106,18 @@ std::string ReportName(reports::ReportKind kind) {
 }
 
 bool RunReport(dao::Database& database, const ReportRequest& request, std::ostream& out) {
-    RequireLayout(database, {&store::ProfilesTable(), &store::TaxRatesTable()});
-    if (request.kind != reports::kProfileReport)
-        RequireLayout(database, {&store::ProfilePropertyTable()});
+    const bool of_property = request.kind != reports::kProfileReport;
+    if (of_property)
+        RequireLayout(database, {&store::ProfilesTable(), &store::ProfilePropertyTable(), &store::TaxRatesTable()});
+    else
+        RequireLayout(database, {&store::ProfilesTable(), &store::TaxRatesTable()});
     model::clsProfiles profiles;
     profiles.Load();
     model::clsProfile& profile = Select(profiles.Profiles(), request.profile, "profile",
                                         &model::clsProfile::ProfileNumber, &model::clsProfile::ProfileName);
     reports::clsReport report;
     report.Profile(profile);
-    if (request.kind != reports::kProfileReport)
+    if (of_property)
         report.Property(SelectProperty(profile, request.property));
     report.ReportType(request.kind);
     report.PrintReport();

@@ -24,7 +24,9 @@ std::vector<Variant> Column(Database& database, const std::string& statement) {
     return values;
 }
 
-std::vector<Variant> Numbers(std::initializer_list<std::int32_t> numbers) { return {numbers.begin(), numbers.end()}; }
+std::vector<Variant> Numbers(std::initializer_list<std::int32_t> numbers) {
+    return {numbers.begin(), numbers.end()};
+}
 
 class HouseholdDatabase : public testing::Test {
 protected:
@@ -59,8 +61,9 @@ TEST_F(HouseholdDatabase, WhereChoosesRows) {
     EXPECT_EQ(Column(*database, "select PropertyNumber from profileproperty where profilenumber = 4"), Numbers({1, 3}));
     EXPECT_EQ(Column(*database, "select PropertyNumber from profileproperty where interestonly and profilenumber = 1"),
               Numbers({2}));
-    EXPECT_EQ(Column(*database, "select ProfileNumber from profiles where last_modified >= #02/14/2026 20:15:30# and "
-                                "last_modified < #02/14/2026 20:15:31#"),
+    EXPECT_EQ(Column(*database,
+                     "select ProfileNumber from profiles where last_modified >= #02/14/2026 20:15:30# and "
+                     "last_modified < #02/14/2026 20:15:31#"),
               Numbers({1}));
 }
 

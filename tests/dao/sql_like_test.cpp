@@ -38,7 +38,9 @@ TEST(SqlLike, AListStandsForOneOfItsCharacters) {
     EXPECT_FALSE(MatchesPattern("a", "[*]"));
 }
 
-TEST(SqlLike, AnUnclosedListMatchesNothing) { EXPECT_FALSE(MatchesPattern("a", "[a")); }
+TEST(SqlLike, AnUnclosedListMatchesNothing) {
+    EXPECT_FALSE(MatchesPattern("a", "[a"));
+}
 
 TEST(SqlLike, ManyStarsTakeNoMoreThanQuadraticTime) {
     std::string pattern;

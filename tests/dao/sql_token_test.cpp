@@ -33,9 +33,13 @@ TEST(SqlToken, BracketsMakeANameOfAnything) {
     EXPECT_EQ(tokens.front().text, "order of the day");
 }
 
-TEST(SqlToken, WholeNumbersAreLongs) { EXPECT_EQ(LiteralOf("2147483647"), Variant(2147483647)); }
+TEST(SqlToken, WholeNumbersAreLongs) {
+    EXPECT_EQ(LiteralOf("2147483647"), Variant(2147483647));
+}
 
-TEST(SqlToken, NumbersBeyondALongAreDoubles) { EXPECT_EQ(LiteralOf("2147483648"), Variant(2147483648.0)); }
+TEST(SqlToken, NumbersBeyondALongAreDoubles) {
+    EXPECT_EQ(LiteralOf("2147483648"), Variant(2147483648.0));
+}
 
 TEST(SqlToken, NumbersWithAPointOrAnExponentAreDoubles) {
     EXPECT_EQ(LiteralOf("19.5"), Variant(19.5));
@@ -54,9 +58,13 @@ TEST(SqlToken, DelimitersInTextAreDoubled) {
     EXPECT_EQ(LiteralOf("''"), Variant(std::string()));
 }
 
-TEST(SqlToken, TextKeepsOtherCharacters) { EXPECT_EQ(LiteralOf("'#[a] é'"), Variant(std::string("#[a] é"))); }
+TEST(SqlToken, TextKeepsOtherCharacters) {
+    EXPECT_EQ(LiteralOf("'#[a] é'"), Variant(std::string("#[a] é")));
+}
 
-TEST(SqlToken, TextThatDoesNotEndIsRefused) { EXPECT_ERROR(Tokenize("'abc"), ErrorNumber::kSyntax); }
+TEST(SqlToken, TextThatDoesNotEndIsRefused) {
+    EXPECT_ERROR(Tokenize("'abc"), ErrorNumber::kSyntax);
+}
 
 TEST(SqlToken, DatesAreMonthDayYear) {
     EXPECT_EQ(LiteralOf("#01/02/1900#"), Moment(1900, 1, 2));
@@ -74,7 +82,9 @@ TEST(SqlToken, TwoDigitYearsBelongTo1930To2029) {
     EXPECT_EQ(LiteralOf("#1/1/30#"), Moment(1930, 1, 1));
 }
 
-TEST(SqlToken, ATimeAloneIsOnDayZero) { EXPECT_EQ(LiteralOf("#6:00#"), Variant(runtime::Date{0.25})); }
+TEST(SqlToken, ATimeAloneIsOnDayZero) {
+    EXPECT_EQ(LiteralOf("#6:00#"), Variant(runtime::Date{0.25}));
+}
 
 TEST(SqlToken, DatesThatDoNotExistAreRefused) {
     EXPECT_ERROR(Tokenize("#02/30/2026#"), ErrorNumber::kSyntax);

@@ -112,16 +112,22 @@ HouseholdBuilder& HouseholdBuilder::AddTaxRates(const Json& brackets) {
     return *this;
 }
 
-std::vector<std::uint8_t> HouseholdBuilder::Finish() { return tables_->file.Finish(); }
+std::vector<std::uint8_t> HouseholdBuilder::Finish() {
+    return tables_->file.Finish();
+}
 
 InstalledDatabase::InstalledDatabase(std::vector<std::uint8_t> content) {
     store::gDatabase = std::make_unique<dao::Database>(
         "case.mdb", std::make_unique<jet::DatabaseFile>(jet::MakeMemoryFile(std::move(content))));
 }
 
-InstalledDatabase::InstalledDatabase(const std::string& path) { store::OpenDatabaseFile(path); }
+InstalledDatabase::InstalledDatabase(const std::string& path) {
+    store::OpenDatabaseFile(path);
+}
 
-InstalledDatabase::~InstalledDatabase() { store::gDatabase.reset(); }
+InstalledDatabase::~InstalledDatabase() {
+    store::gDatabase.reset();
+}
 
 std::vector<std::uint8_t> CaseContent(const Json& test_case) {
     HouseholdBuilder builder;

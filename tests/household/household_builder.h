@@ -2,17 +2,15 @@
 
 #include <cstdint>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <vector>
 
+#include "cases.h"
 #include "cls_profile.h"
 #include "cls_property.h"
 #include "dao_database.h"
 
 // Databases and records with the content of reference cases. Names of members are those of the program's own fields.
 namespace ledgix::test {
-
-using Json = nlohmann::json;
 
 // The bytes of a database with the tables of the current layout. Fields that a case leaves out are 0, empty or false.
 class HouseholdBuilder {

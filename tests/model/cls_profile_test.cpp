@@ -126,8 +126,8 @@ TEST(Profile, ANullNumberOfAPropertyEndsTheLoadInAMessage) {
     profile.ProfileNumber = 1;
     profile.ReloadProfile();
     ASSERT_EQ(messages.messages().size(), 1U);
-    EXPECT_EQ(messages.messages()[0],
-              (test::MessageRecorder::Message{"94 - Invalid use of Null", runtime::kOkOnly, "clsProfile-LoadProperties"}));
+    EXPECT_EQ(messages.messages()[0], (test::MessageRecorder::Message{"94 - Invalid use of Null", runtime::kOkOnly,
+                                                                      "clsProfile-LoadProperties"}));
     EXPECT_EQ(profile.Properties().Keys(), (std::vector<std::string>{"P1-1", "P1-2"}));
     EXPECT_TRUE(profile.Property("P1-1").Saved);
     EXPECT_FALSE(profile.Property("P1-2").Saved);

@@ -46,7 +46,9 @@ TEST(Property, ItsRateIsTheNearestSingle) {
     EXPECT_NE(static_cast<double>(profile.Property("P1-2").MortgageRate), 6.85);
 }
 
-TEST(Property, ANewOneIsNotSaved) { EXPECT_FALSE(clsProperty().Saved); }
+TEST(Property, ANewOneIsNotSaved) {
+    EXPECT_FALSE(clsProperty().Saved);
+}
 
 }  // namespace
 }  // namespace ledgix::model

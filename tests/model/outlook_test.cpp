@@ -58,9 +58,9 @@ TEST_P(MortgageOutlookCase, FirstYear) {
         return;
     }
     const FirstYear year = AnalyseFirstYear(property, profile, tax);
-    const std::map<std::string, double> figures{
-        {"MC", year.MC}, {"DC", year.DC}, {"DH", year.DH}, {"PT", year.PT}, {"S", year.S},  {"TA", year.TA},
-        {"TB", year.TB}, {"R", year.R},   {"SP", year.SP}, {"SB", year.SB}, {"SA", year.SA}};
+    const std::map<std::string, double> figures{{"MC", year.MC}, {"DC", year.DC}, {"DH", year.DH}, {"PT", year.PT},
+                                                {"S", year.S},   {"TA", year.TA}, {"TB", year.TB}, {"R", year.R},
+                                                {"SP", year.SP}, {"SB", year.SB}, {"SA", year.SA}};
     for (const auto& [name, value] : GetParam().at("firstYear").items())
         EXPECT_DOUBLE_EQ(figures.at(name), value.get<double>()) << name;
 }
@@ -105,7 +105,9 @@ clsProperty Mortgaged(float rate, std::int16_t term) {
     return property;
 }
 
-double NoTax(double) { return 0; }
+double NoTax(double) {
+    return 0;
+}
 
 TEST(MortgageCost, IsNothingWithoutRateTermOrMortgage) {
     EXPECT_EQ(Mortgaged(0, 20).MortgageCost(), 0);

@@ -107,9 +107,15 @@ class ProfileReportCase : public ReportCase {};
 class PropertyReportCase : public ReportCase {};
 class OutlookReportCase : public ReportCase {};
 
-TEST_P(ProfileReportCase, PrintsItsBands) { ExpectReport(kProfileReport); }
-TEST_P(PropertyReportCase, PrintsItsBands) { ExpectReport(kAnalysisReport); }
-TEST_P(OutlookReportCase, PrintsItsBands) { ExpectReport(kOutlookReport); }
+TEST_P(ProfileReportCase, PrintsItsBands) {
+    ExpectReport(kProfileReport);
+}
+TEST_P(PropertyReportCase, PrintsItsBands) {
+    ExpectReport(kAnalysisReport);
+}
+TEST_P(OutlookReportCase, PrintsItsBands) {
+    ExpectReport(kOutlookReport);
+}
 
 INSTANTIATE_TEST_SUITE_P(ProfileReport, ProfileReportCase,
                          testing::ValuesIn(test::CaseList(test::LoadCases("profile_report.json"))), test::CaseName);

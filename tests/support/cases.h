@@ -8,6 +8,8 @@
 
 namespace ledgix::test {
 
+using Json = nlohmann::json;
+
 // The member `cases` of a file in tests/data/cases.
 nlohmann::json LoadCases(const std::string& file);
 
