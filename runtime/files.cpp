@@ -2,8 +2,8 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <system_error>
+#include <vector>
 
 #include "runtime_error.h"
 #include "text.h"
@@ -13,6 +13,8 @@ namespace ledgix::runtime {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::streamsize kChunkSize = 65536;
 
 std::string ToUtf8Text(const fs::path& path) {
     const std::u8string text = path.u8string();
@@ -63,8 +65,11 @@ std::string ReadFile(const std::string& path) {
     if (!fs::is_regular_file(ToPath(path), ignored))
         RaiseError(ErrorNumber::kFileNotFound, "File not found: " + path);
     std::ifstream in(ToPath(path), std::ios::binary);
-    std::string content((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in)
+    std::string content;
+    std::vector<char> chunk(kChunkSize);
+    while (in.read(chunk.data(), kChunkSize) || in.gcount() > 0)
+        content.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
+    if (in.bad() || !in.eof())
         RaiseError(ErrorNumber::kDeviceIo, "The file cannot be read: " + path);
     return content;
 }

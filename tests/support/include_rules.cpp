@@ -4,9 +4,8 @@
 #include <filesystem>
 #include <functional>
 #include <iterator>
-#include <optional>
-#include <regex>
 #include <sstream>
+#include <string_view>
 
 #include "temporary_folder.h"
 
@@ -42,8 +41,18 @@ bool IsSource(const fs::path& path) {
     return path.extension() == ".cpp" || path.extension() == ".h";
 }
 
+// A command of a build file, as "add_layer(target folder uses...)".
+struct Command {
+    std::string name;
+    std::vector<std::string> arguments;
+};
+
 std::string WithoutComments(const std::string& build_file) {
-    return std::regex_replace(build_file, std::regex("#[^\n]*"), "");
+    std::istringstream in(build_file);
+    std::string text;
+    for (std::string line; std::getline(in, line);)
+        text += line.substr(0, line.find('#')) + "\n";
+    return text;
 }
 
 std::vector<std::string> Words(const std::string& text) {
@@ -51,35 +60,47 @@ std::vector<std::string> Words(const std::string& text) {
     return {std::istream_iterator<std::string>(in), std::istream_iterator<std::string>()};
 }
 
-// add_layer(target folder uses...). False when there is none.
-bool ReadDeclaredLayers(const std::string& build_file, std::map<std::string, Layer>& layers) {
-    const std::regex call("\\badd_layer\\s*\\(([^)]*)\\)");
-    for (std::sregex_iterator at(build_file.begin(), build_file.end(), call), end; at != end; ++at) {
-        const std::vector<std::string> words = Words((*at)[1]);
-        if (words.size() >= 2)
-            layers[words[0]] = {words[1], {words.begin() + 2, words.end()}};
+std::vector<Command> ReadCommands(const std::string& build_file) {
+    const std::string text = WithoutComments(build_file);
+    std::vector<Command> commands;
+    std::size_t start = 0;
+    for (std::size_t open; (open = text.find('(', start)) != std::string::npos;) {
+        const std::size_t close = std::min(text.find(')', open), text.size());
+        const std::vector<std::string> before = Words(text.substr(start, open - start));
+        if (!before.empty())
+            commands.push_back({before.back(), Words(text.substr(open + 1, close - open - 1))});
+        start = std::min(close + 1, text.size());
     }
-    return build_file.find("add_layer") != std::string::npos;
+    return commands;
 }
 
-// add_library(target ...), add_executable(target ...), and the same with a prefix.
-std::optional<std::string> FirstTarget(const std::string& build_file) {
-    std::smatch found;
-    if (!std::regex_search(build_file, found, std::regex("add_(?:library|executable)\\s*\\(\\s*([\\w-]+)")))
-        return std::nullopt;
-    return found[1];
+// add_layer(target folder uses...). False when there is none.
+bool ReadDeclaredLayers(const std::vector<Command>& commands, std::map<std::string, Layer>& layers) {
+    bool any = false;
+    for (const auto& [name, arguments] : commands) {
+        if (name != "add_layer" || arguments.size() < 2)
+            continue;
+        layers[arguments[0]] = {arguments[1], {arguments.begin() + 2, arguments.end()}};
+        any = true;
+    }
+    return any;
 }
 
-void ReadFolder(const std::string& folder, const std::string& build_file, std::map<std::string, Layer>& layers) {
-    const std::optional<std::string> target = FirstTarget(build_file);
-    if (!target)
+// add_library(target ...), add_executable(target ...), and the same with a prefix; every other word is what they use.
+void ReadFolder(const std::string& folder, const std::vector<Command>& commands, std::map<std::string, Layer>& layers) {
+    const auto makes_target = [](const Command& command) {
+        return (command.name.ends_with("add_library") || command.name.ends_with("add_executable")) &&
+               !command.arguments.empty();
+    };
+    const auto found = std::find_if(commands.begin(), commands.end(), makes_target);
+    if (found == commands.end())
         return;
-    Layer& layer = layers[*target];
+    const std::string& target = found->arguments.front();
+    Layer& layer = layers[target];
     layer.folder = folder;
-    const std::regex word("[\\w-]+");
-    for (std::sregex_iterator at(build_file.begin(), build_file.end(), word), end; at != end; ++at)
-        if (at->str() != *target)
-            layer.uses.insert(at->str());
+    for (const Command& command : commands)
+        layer.uses.insert(command.arguments.begin(), command.arguments.end());
+    layer.uses.erase(target);
 }
 
 void AddVisible(const std::map<std::string, Layer>& layers, const std::string& target, std::set<std::string>& seen) {
@@ -95,16 +116,24 @@ struct Include {
     std::size_t line = 0;
 };
 
+// Takes `start`, with the blanks before it, off the front of a text.
+bool Take(std::string_view& text, std::string_view start) {
+    const std::size_t first = std::min(text.find_first_not_of(" \t"), text.size());
+    if (!text.substr(first).starts_with(start))
+        return false;
+    text.remove_prefix(first + start.size());
+    return true;
+}
+
 std::vector<Include> QuotedIncludes(const std::string& source) {
-    static const std::regex directive("^\\s*#\\s*include\\s*\"([^\"]*)\".*");
     std::vector<Include> includes;
     std::istringstream in(source);
-    std::smatch found;
     std::size_t number = 0;
     for (std::string line; std::getline(in, line);) {
         ++number;
-        if (std::regex_match(line, found, directive))
-            includes.push_back({found[1], number});
+        std::string_view rest = line;
+        if (Take(rest, "#") && Take(rest, "include") && Take(rest, "\""))
+            includes.push_back({std::string(rest.substr(0, rest.find('"'))), number});
     }
     return includes;
 }
@@ -130,10 +159,10 @@ std::map<std::string, Layer> ReadLayers(const std::string& project) {
     std::map<std::string, Layer> layers;
     for (const fs::path& path :
          ListFiles(project, [](const fs::path& file) { return file.filename() == kBuildFile; })) {
-        const std::string text = WithoutComments(Content((fs::path(project) / path).string()));
+        const std::vector<Command> commands = ReadCommands(Content((fs::path(project) / path).string()));
         const std::string folder = path.parent_path().generic_string();
-        if (!ReadDeclaredLayers(text, layers) && !folder.empty() && !LooksFromOutside(path))
-            ReadFolder(folder, text, layers);
+        if (!ReadDeclaredLayers(commands, layers) && !folder.empty() && !LooksFromOutside(path))
+            ReadFolder(folder, commands, layers);
     }
     return layers;
 }
