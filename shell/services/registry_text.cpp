@@ -23,10 +23,11 @@ bool IsHeading(std::string_view line) {
     return Trim(line).starts_with('[');
 }
 
-// The key of a heading "[key]"; empty when it is damaged, or says that a key goes.
+// The key of a heading "[key]"; empty when it is damaged. "[-key]", which says that a key goes, names none that is
+// read.
 std::string_view KeyOf(std::string_view heading) {
     heading = Trim(heading);
-    const bool whole = heading.size() > 2 && heading.back() == ']' && heading[1] != '-';
+    const bool whole = heading.size() > 2 && heading.back() == ']';
     return whole ? heading.substr(1, heading.size() - 2) : std::string_view();
 }
 
