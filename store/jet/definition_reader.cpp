@@ -14,6 +14,7 @@ namespace ledgix::jet {
 namespace {
 
 constexpr std::size_t kMostColumns = 255;
+constexpr std::uint32_t kMostIndexes = 255;  // the engine makes 32 at most
 constexpr std::uint8_t kLargestScale = 28;
 
 // The definition as one piece: the whole first page, and the others without their headers.
@@ -86,6 +87,8 @@ private:
             Raise("claims " + std::to_string(column_count_) + " columns");
         logical_count_ = LoadU32(header, layout_.logical_index_count);
         real_count_ = LoadU32(header, layout_.real_index_count);
+        if (std::max(logical_count_, real_count_) > kMostIndexes)
+            Raise("claims " + std::to_string(std::max(logical_count_, real_count_)) + " indexes");
     }
 
     void ReadStatistics() {

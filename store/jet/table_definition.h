@@ -52,8 +52,8 @@ struct Column {
     std::uint8_t flags = 0;            // as stored
     std::uint8_t character_size = 1;   // bytes of a character of text that is not compressed
     // Of long values: maps of the pages. No second map where its page is 0.
-    RowId owned_map;
-    RowId free_space_map;
+    RowId owned_map{};
+    RowId free_space_map{};
 
     // The longest text that a text column takes.
     std::size_t Characters() const { return length / character_size; }
@@ -84,7 +84,7 @@ struct Index {
     bool required = false;      // no nulls in key columns
     bool is_relation = false;
     PageNumber root = 0;
-    RowId map;  // of the pages of the tree
+    RowId map{};  // of the pages of the tree
     std::uint32_t logical_number = 0;
     std::uint32_t real_number = 0;
     std::uint32_t distinct_keys = 0;  // a statistic: may be too high

@@ -55,7 +55,7 @@ std::vector<ColumnSpec> RelationColumns() {
 
 }  // namespace
 
-DatabaseBuilder::DatabaseBuilder(jet::Generation generation) : file_(generation) {
+DatabaseBuilder::DatabaseBuilder(jet::Generation generation, std::size_t map_size) : file_(generation, map_size) {
     for (int i = 0; i < 4; ++i)
         file_.Allocate();
     const std::vector<std::vector<ColumnSpec>> columns{ObjectColumns(file_.format()), AccessColumns(), QueryColumns(),

@@ -16,7 +16,7 @@ namespace ledgix::test {
 // mdbtools. System tables are there, but MSysObjects alone has rows.
 class DatabaseBuilder {
 public:
-    explicit DatabaseBuilder(jet::Generation generation);
+    explicit DatabaseBuilder(jet::Generation generation, std::size_t map_size = 0);
 
     FileImage& file() { return file_; }
 

@@ -19,9 +19,14 @@ using jet::StoreLittle;
 constexpr std::uint8_t kHeaderKey[]{0xC7, 0xDA, 0x39, 0x6B};
 constexpr double kCreationDate = 42329.0;
 
+std::size_t UsualMapSize(jet::Generation generation) {
+    return generation == jet::Generation::kJet3 ? 133 : 69;
+}
+
 }  // namespace
 
-FileImage::FileImage(jet::Generation generation) : format_(jet::FormatOf(generation)) {
+FileImage::FileImage(jet::Generation generation, std::size_t map_size)
+    : format_(jet::FormatOf(generation)), map_size_(map_size != 0 ? map_size : UsualMapSize(generation)) {
     Allocate();
     WriteHeaderPage();
     AddDataPage(jet::kAllocationPage);
@@ -121,7 +126,7 @@ void FileImage::SqueezeOut(RowId id) {
 }
 
 RowId FileImage::AddMap(PageNumber map_page) {
-    return AddRow(map_page, ByteList(MapSize()));
+    return AddRow(map_page, ByteList(map_size_));
 }
 
 void FileImage::AddToMap(RowId map, PageNumber number) {

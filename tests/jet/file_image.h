@@ -12,8 +12,9 @@ namespace ledgix::test {
 // The pages of a database under construction, with the operations that its parts have in common.
 class FileImage {
 public:
-    // Begins with a header page and the page of the free-page map.
-    explicit FileImage(jet::Generation generation);
+    // Begins with a header page and the page of the free-page map. A usage map of 0 bytes has the usual size, which is
+    // enough for 1024 (Jet 3) or 512 pages.
+    explicit FileImage(jet::Generation generation, std::size_t map_size = 0);
 
     const jet::Format& format() const { return format_; }
     jet::PageNumber page_count() const { return static_cast<jet::PageNumber>(bytes_.size() / format_.page_size); }
@@ -37,7 +38,7 @@ public:
     void SqueezeOut(jet::RowId id);
 
     // An empty usage map on a page of maps.
-    bool HasRoomForMap(jet::PageNumber map_page) { return HasRoom(map_page, MapSize()); }
+    bool HasRoomForMap(jet::PageNumber map_page) { return HasRoom(map_page, map_size_); }
     jet::RowId AddMap(jet::PageNumber map_page);
     void AddToMap(jet::RowId map, jet::PageNumber page);
 
@@ -45,7 +46,6 @@ public:
     std::vector<std::uint8_t> Finish();
 
 private:
-    std::size_t MapSize() const { return format_.generation == jet::Generation::kJet3 ? 133 : 69; }
     std::uint16_t LoadSlot(jet::PageNumber page, std::size_t slot);
     void StoreSlot(jet::PageNumber page, std::size_t slot, std::size_t value);
     std::size_t SlotCount(jet::PageNumber page);
@@ -54,6 +54,7 @@ private:
     void WriteHeaderPage();
 
     const jet::Format& format_;
+    std::size_t map_size_;
     std::vector<std::uint8_t> bytes_;
     jet::RowId free_pages_;
 };

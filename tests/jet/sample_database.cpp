@@ -27,8 +27,7 @@ runtime::Binary Pattern(std::size_t size) {
     return bytes;
 }
 
-void AddAllTypes(DatabaseBuilder& builder) {
-    const bool jet4 = builder.file().format().generation == jet::Generation::kJet4;
+std::vector<ColumnSpec> ColumnsOfAllTypes(bool jet4) {
     std::vector<ColumnSpec> columns{{.name = "Number", .more_flags = kAutonumber},
                                     {.name = "Flag", .type = kBoolean},
                                     {.name = "Tiny", .type = kByte},
@@ -42,45 +41,57 @@ void AddAllTypes(DatabaseBuilder& builder) {
                                     {.name = "Key", .type = kGuid},
                                     {.name = "Loose", .type = kInt32, .stored_variable = true},
                                     {.name = "LooseDate", .type = kDate, .stored_variable = true}};
-    Values low{-7,
-               false,
-               std::uint8_t{0},
-               std::int16_t{-32768},
-               runtime::Currency{-12345},
-               -1.5F,
-               -0.1,
-               runtime::Date{-1.25},
-               runtime::Binary{1, 2, 3},
-               "",
-               runtime::Guid{},
-               -1,
-               runtime::Date{36526.5}};
-    Values high{2147483647,
-                true,
-                std::uint8_t{255},
-                std::int16_t{32767},
-                runtime::Currency{922337203685477},
-                3.25e10F,
-                444.555,
-                runtime::Date{45000.75},
-                Pattern(20),
-                "Caf\u00E9 \u20AC",
-                runtime::Guid{{0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0, 1, 2, 3, 4, 5, 6, 7, 8}},
-                5,
-                Null{}};
+    if (jet4)
+        columns.push_back({.name = "Ratio", .type = kNumeric, .precision = 18, .scale = 4});
+    return columns;
+}
+
+Values LowValues() {
+    return {-7,
+            false,
+            std::uint8_t{0},
+            std::int16_t{-32768},
+            runtime::Currency{-12345},
+            -1.5F,
+            -0.1,
+            runtime::Date{-1.25},
+            runtime::Binary{1, 2, 3},
+            "",
+            runtime::Guid{},
+            -1,
+            runtime::Date{36526.5},
+            runtime::Decimal{.negative = true, .scale = 4, .magnitude = {0, 0, 0, 123456}}};
+}
+
+Values HighValues() {
+    const runtime::Guid guid{{0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0, 1, 2, 3, 4, 5, 6, 7, 8}};
+    return {2147483647,
+            true,
+            std::uint8_t{255},
+            std::int16_t{32767},
+            runtime::Currency{922337203685477},
+            3.25e10F,
+            444.555,
+            runtime::Date{45000.75},
+            Pattern(20),
+            "Caf\u00E9 \u20AC",
+            guid,
+            5,
+            Null{},
+            runtime::Decimal{.negative = false, .scale = 4, .magnitude = {0, 0, 7, 1}}};
+}
+
+void AddAllTypes(DatabaseBuilder& builder) {
+    const bool jet4 = builder.file().format().generation == jet::Generation::kJet4;
+    const std::vector<ColumnSpec> columns = ColumnsOfAllTypes(jet4);
+    TableBuilder& table = builder.AddTable("All types", columns);
     Values nulls(columns.size());
     nulls[0] = 3;
     nulls[1] = true;
-    if (jet4) {
-        columns.push_back({.name = "Ratio", .type = kNumeric, .precision = 18, .scale = 4});
-        low.push_back(runtime::Decimal{.negative = true, .scale = 4, .magnitude = {0, 0, 0, 123456}});
-        high.push_back(runtime::Decimal{.negative = false, .scale = 4, .magnitude = {0, 0, 7, 1}});
-        nulls.push_back(Null{});
+    for (Values values : {LowValues(), HighValues(), nulls}) {
+        values.resize(columns.size());
+        table.AddRow(values);
     }
-    TableBuilder& table = builder.AddTable("All types", columns);
-    table.AddRow(low);
-    table.AddRow(high);
-    table.AddRow(nulls);
 }
 
 void AddLongValues(DatabaseBuilder& builder) {

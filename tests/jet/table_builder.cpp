@@ -270,7 +270,7 @@ void TableBuilder::AppendLogicalIndex(ByteList& out, std::size_t number) const {
     Append(out, record);
 }
 
-ByteList TableBuilder::Definition() const {
+ByteList TableBuilder::DefinitionHeader() const {
     const jet::DefinitionLayout& layout = format_.definition;
     ByteList out(layout.statistics);
     out[0] = static_cast<std::uint8_t>(jet::PageKind::kDefinition);
@@ -288,6 +288,12 @@ ByteList TableBuilder::Definition() const {
     StoreLittle(out, layout.real_index_count, static_cast<std::uint32_t>(indexes_.size()));
     jet::StoreRowPointer(out, layout.owned_map, owned_);
     jet::StoreRowPointer(out, layout.free_space_map, free_space_);
+    return out;
+}
+
+ByteList TableBuilder::Definition() const {
+    const jet::DefinitionLayout& layout = format_.definition;
+    ByteList out = DefinitionHeader();
     for (std::size_t i = 0; i < indexes_.size(); ++i) {
         ByteList statistics(layout.statistics_size);
         StoreLittle(statistics, layout.distinct_keys, static_cast<std::uint32_t>(rows_.size()));
@@ -340,7 +346,8 @@ void TableBuilder::WriteIndex(const BuiltIndex& index) {
     std::vector<IndexEntry> entries;
     for (const LiveRow& row : rows_)
         entries.push_back({.key = Int32Key(row.keys.at(index.spec.column), index.spec.ascending), .row = row.id});
-    std::sort(entries.begin(), entries.end(), [](const IndexEntry& a, const IndexEntry& b) { return a.key < b.key; });
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const IndexEntry& a, const IndexEntry& b) { return a.key < b.key; });
     WriteIndexTree(file_,
                    {.owner = page_,
                     .root = index.root,

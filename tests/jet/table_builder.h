@@ -83,6 +83,7 @@ private:
     ByteList EncodeLongValue(const PlacedColumn& column, const runtime::Variant& value);
     jet::RowId AddLongRow(LongColumn& column, const ByteList& row);
     jet::PageNumber PageFor(std::size_t length);
+    ByteList DefinitionHeader() const;
     ByteList Definition() const;
     void AppendName(ByteList& out, const std::string& name) const;
     void AppendColumn(ByteList& out, const PlacedColumn& column) const;

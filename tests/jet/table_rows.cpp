@@ -40,8 +40,4 @@ std::string FileTestName(const testing::TestParamInfo<std::string>& info) {
     return name;
 }
 
-std::string GenerationName(const testing::TestParamInfo<jet::Generation>& info) {
-    return info.param == jet::Generation::kJet3 ? "Jet3" : "Jet4";
-}
-
 }  // namespace ledgix::test

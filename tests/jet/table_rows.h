@@ -20,6 +20,4 @@ std::vector<std::string> SampleFiles();
 // A path's last part, as a test name.
 std::string FileTestName(const testing::TestParamInfo<std::string>& info);
 
-std::string GenerationName(const testing::TestParamInfo<jet::Generation>& info);
-
 }  // namespace ledgix::test
