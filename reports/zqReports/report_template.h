@@ -84,7 +84,7 @@ struct BandTemplate {
 
 struct ReportTemplate {
     std::string title;
-    std::string typeface;
+    std::string typeface = "Liberation Sans";
     double page_width = 0;
     double page_height = 0;
     double left = 0;  // margins

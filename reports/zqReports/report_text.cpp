@@ -45,16 +45,21 @@ std::string Padded(const PrintedCell& cell, std::size_t width) {
     return std::string(before, ' ') + cell.text + std::string(spare - before, ' ');
 }
 
-// One line of a band: the cells of that line.
+const PrintedCell* FindCell(const PrintedBand& band, int line, const Place& place) {
+    for (const PrintedCell& cell : band.cells)
+        if (cell.line == line && Place(cell.left, cell.right) == place)
+            return &cell;
+    return nullptr;
+}
+
+// One line of a band: its cells, each in its column.
 std::string LineText(const PrintedBand& band, int line, const TextColumns& columns) {
     std::string text;
     for (const auto& [place, width] : columns) {
         if (width == 0)
             continue;
-        const auto cell = std::find_if(band.cells.begin(), band.cells.end(), [&](const PrintedCell& one) {
-            return one.line == line && Place(one.left, one.right) == place;
-        });
-        text += cell == band.cells.end() ? std::string(width, ' ') : Padded(*cell, width);
+        const PrintedCell* cell = FindCell(band, line, place);
+        text += cell ? Padded(*cell, width) : std::string(width, ' ');
         text += std::string(kColumnGap, ' ');
     }
     return text.substr(0, text.find_last_not_of(' ') + 1);

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
+#include <cstdio>
 #include <optional>
 
 #include "document.h"
@@ -27,10 +28,13 @@ namespace {
 constexpr int kUnitsPerInch = 1200;
 constexpr double kPointsPerInch = 72;
 constexpr double kUnitsPerPoint = kUnitsPerInch / kPointsPerInch;
+// Qt rounds sizes of typefaces to whole pixels; texts are therefore set at this one and scaled.
+constexpr int kTypefacePixels = 1000;
 // Finer pictures are made coarser, so that files stay small.
 constexpr double kPixelsPerPoint = 300 / kPointsPerInch;
 // Widths that differ by less are the same typeface, set with kerning.
-constexpr double kKerning = 0.03;
+constexpr double kKerning = 0.06;
+constexpr double kRounding = 0.001;
 
 QString FromUtf8(const std::string& text) {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
@@ -44,7 +48,11 @@ double Units(double points) {
     return points * kUnitsPerPoint;
 }
 
-void DropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+// Qt ends the program behind a fatal message, so that one must be seen.
+void DropRemarks(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", message.toUtf8().constData());
+}
 
 // Qt draws text only in the presence of an application. A program without windows has none, and gets one without a
 // screen for as long as this object lives; its remarks about the missing desktop are of no use to anyone.
@@ -53,7 +61,7 @@ public:
     ApplicationForDrawing() {
         if (QCoreApplication::instance())
             return;
-        handler_ = qInstallMessageHandler(DropMessage);
+        handler_ = qInstallMessageHandler(DropRemarks);
         application_.emplace(count_, arguments_);
     }
     ~ApplicationForDrawing() {
@@ -126,7 +134,7 @@ private:
 
     QFont FontOf(const PrintedText& text) const {
         QFont font({FromUtf8(document_.typeface), "Liberation Sans", "Arial", "Helvetica"});
-        font.setPointSizeF(text.size);
+        font.setPixelSize(kTypefacePixels);
         font.setBold(text.bold);
         font.setHintingPreference(QFont::PreferNoHinting);
         // Figures stay in their columns.
@@ -137,17 +145,18 @@ private:
     void DrawText(const PrintedText& text) {
         const QString content = FromUtf8(text.text);
         const QFont font = FontOf(text);
-        const double natural = QFontMetricsF(font, &writer_).horizontalAdvance(content);
+        const double size = Units(text.size) / kTypefacePixels;
+        const double natural = QFontMetricsF(font, &writer_).horizontalAdvance(content) * size;
         const double wanted = Units(text.width);
-        const bool fits = natural <= wanted * (1 + 1e-3) && natural >= wanted * (1 - kKerning);
-        const double scale = fits || natural <= 0 ? 1 : wanted / natural;
-        const double spare = wanted - natural * scale;
+        const bool fits = natural <= wanted * (1 + kRounding) && natural >= wanted * (1 - kKerning);
+        const double stretch = fits || natural <= 0 ? 1 : wanted / natural;
+        const double spare = wanted - natural * stretch;
         const double shift = text.alignment == Alignment::kLeft     ? 0
                              : text.alignment == Alignment::kCenter ? spare / 2
                                                                     : spare;
         painter_.save();
         painter_.translate(Units(text.left) + shift, Units(text.baseline));
-        painter_.scale(scale, 1);
+        painter_.scale(size * stretch, size);
         painter_.setFont(font);
         painter_.setPen(ToQt(text.colour));
         painter_.drawText(QPointF(0, 0), content);
