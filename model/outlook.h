@@ -14,7 +14,8 @@ namespace ledgix::model {
 struct Outlook {
     YearlyRecords records{};
     // After-tax cash received so far plus the equity in the property, as a multiple of the deposit, to 2 decimals; none
-    // without a deposit. Of year 0 it is the equity at the purchase, which says nothing of a return: reports leave it out.
+    // without a deposit. Of year 0 it is the equity at the purchase, which says nothing of a return: reports leave it
+    // out.
     std::array<std::optional<double>, kLastReportYear + 1> returns{};
 };
 

@@ -56,7 +56,8 @@ void RowView::FindVariableSection(const Format& format) {
     if (end_at / 256 < jump_count_)
         --jump_count_;
     fixed_end_ = VariableOffset(0);
-    if (fixed_end_ < fixed_at_ || VariableOffset(variable_count_) > end_at)
+    const std::size_t end = VariableOffset(variable_count_);
+    if (fixed_end_ < fixed_at_ || fixed_end_ > end || end > end_at)
         Raise("has variable columns outside its data");
 }
 

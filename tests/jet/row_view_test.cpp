@@ -154,6 +154,16 @@ TEST_P(Row, WhoseFixedPartIsTooShortIsDamaged) {
     EXPECT_EQ(ErrorOf([&] { View(table, row).Fixed(table.columns[0]); }), kDamaged);
 }
 
+// A find of the fuzzer: the fixed part was taken to reach up to the first variable column, wherever that was.
+TEST_P(Row, WhoseVariableColumnsStartPastTheirEndIsDamaged) {
+    const jet::TableDefinition table = TableWith(1);
+    ByteList row = Encode({{7, 8}});
+    const std::size_t offset_size = format().row.offset_size;
+    const std::size_t first_offset_at = row.size() - 1 - 2 * offset_size;
+    std::fill_n(row.begin() + static_cast<std::ptrdiff_t>(first_offset_at), offset_size, std::uint8_t{0xFE});
+    EXPECT_EQ(ErrorOf([&] { View(table, row).Fixed(table.columns[0]); }), kDamaged);
+}
+
 INSTANTIATE_TEST_SUITE_P(BothGenerations, Row, kBothGenerations, GenerationName);
 
 // count 3, id, data, end, offsets 1 and 0, n, mask
