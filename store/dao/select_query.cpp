@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "database_file.h"
+#include "key_lookup.h"
+#include "row_reader.h"
 #include "runtime_error.h"
 #include "table_scan.h"
 #include "text.h"
@@ -48,13 +50,15 @@ FieldType TypeOf(const Expression& expression) {
     return unary && unary->op == UnaryOperator::kMinus ? kDouble : kBoolean;
 }
 
-class ScanRow : public Row {
+// The current row of a scan or of a reader of single rows.
+template <class Reader>
+class ReaderRow : public Row {
 public:
-    explicit ScanRow(jet::TableScan& scan) : scan_(scan) {}
-    Variant Value(std::size_t position) const override { return scan_.Value(position); }
+    explicit ReaderRow(Reader& reader) : reader_(reader) {}
+    Variant Value(std::size_t position) const override { return reader_.Value(position); }
 
 private:
-    jet::TableScan& scan_;
+    Reader& reader_;
 };
 
 // Ties the column names of a statement to the columns of its table.
@@ -139,21 +143,36 @@ struct RowList {
 };
 
 // The rows that fulfil the condition, and their sort keys.
-void Collect(jet::DatabaseFile& file, const jet::TableDefinition& table, const SelectStatement& statement,
-             RowList& rows, RowList& keys) {
-    jet::TableScan scan(file, table);
-    const ScanRow row(scan);
-    while (scan.Next()) {
-        if (statement.where && !Holds(*statement.where, row))
-            continue;
-        for (const SelectItem& item : statement.items)
-            rows.values.push_back(Evaluate(*item.expression, row));
-        for (const OrderKey& key : statement.order)
-            keys.values.push_back(Evaluate(*key.expression, row));
-        ++rows.count;
+struct Selection {
+    RowList rows;
+    RowList keys;
+};
+
+void AddIfHolds(const SelectStatement& statement, const Row& row, Selection& selection) {
+    if (statement.where && !Holds(*statement.where, row))
+        return;
+    for (const SelectItem& item : statement.items)
+        selection.rows.values.push_back(Evaluate(*item.expression, row));
+    for (const OrderKey& key : statement.order)
+        selection.keys.values.push_back(Evaluate(*key.expression, row));
+    ++selection.rows.count;
+}
+
+Selection Select(jet::DatabaseFile& file, const jet::TableDefinition& table, const SelectStatement& statement) {
+    Selection selection{{{}, statement.items.size(), 0}, {{}, statement.order.size(), 0}};
+    const auto found = statement.where ? LookUpByKey(file, table, *statement.where) : std::nullopt;
+    if (found) {
+        jet::RowReader reader(file, table);
+        const ReaderRow row(reader);
+        for (const jet::RowId& id : *found)
+            if (reader.Load(id))
+                AddIfHolds(statement, row, selection);
+        return selection;
     }
-    rows.width = statement.items.size();
-    keys.width = statement.order.size();
+    jet::TableScan scan(file, table);
+    for (const ReaderRow row(scan); scan.Next();)
+        AddIfHolds(statement, row, selection);
+    return selection;
 }
 
 RowList Sorted(RowList rows, const RowList& keys, const std::vector<OrderKey>& order) {
@@ -189,9 +208,7 @@ std::unique_ptr<Recordset> RunSelect(jet::DatabaseFile& file, const jet::TableDe
     if (statement.items.empty())
         AddAllColumns(statement, table);
     BindAll(statement, table);
-    RowList rows;
-    RowList keys;
-    Collect(file, table, statement, rows, keys);
+    auto [rows, keys] = Select(file, table, statement);
     if (!statement.order.empty())
         rows = Sorted(std::move(rows), keys, statement.order);
     return std::make_unique<Recordset>(type, ResultFields(statement, table), std::move(rows.values), rows.count);

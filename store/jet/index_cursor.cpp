@@ -9,6 +9,14 @@
 
 namespace ledgix::jet {
 
+namespace {
+
+bool BeginsWith(Bytes key, const IndexKey& beginning) {
+    return key.size() >= beginning.size() && std::equal(beginning.begin(), beginning.end(), key.begin());
+}
+
+}  // namespace
+
 IndexCursor::IndexCursor(DatabaseFile& file, const TableDefinition& table, const Index& index)
     : file_(file), table_(table), index_(index) {}
 
@@ -62,7 +70,7 @@ std::vector<RowId> FindRows(DatabaseFile& file, const TableDefinition& table, co
     std::vector<RowId> rows;
     IndexCursor cursor(file, table, index);
     cursor.Seek(key);
-    while (cursor.Next() && std::equal(key.begin(), key.end(), cursor.key().begin(), cursor.key().end()))
+    while (cursor.Next() && BeginsWith(cursor.key(), key))
         rows.push_back(cursor.row());
     return rows;
 }

@@ -43,7 +43,8 @@ private:
     CircleGuard<PageNumber> guard_;
 };
 
-// The rows whose index columns have these values, in index order. values[i] is that of index.columns[i].
+// The rows whose index columns have these values, in index order. values[i] is that of index.columns[i]; fewer values
+// leave the further columns open.
 std::vector<RowId> FindRows(DatabaseFile& file, const TableDefinition& table, const Index& index,
                             const std::vector<runtime::Variant>& values);
 
