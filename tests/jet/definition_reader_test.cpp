@@ -235,6 +235,21 @@ TEST_P(Definition, WithForgedCountsIsDamage) {
     EXPECT_EQ(ErrorWithPet(layout().logical_index_count, {2, 0, 0, 0}), kDamaged);
 }
 
+TEST_P(Definition, WithAnyByteWrongIsReadOrDamage) {
+    const ByteList pet = Pet();
+    const jet::PageNumber page = builder_.file().Allocate();
+    const auto place = builder_.file().page(page);
+    std::copy(pet.begin(), pet.end(), place.begin());
+    for (std::size_t at = 0; at < pet.size(); ++at) {
+        for (const std::uint8_t value : Hex("00 01 7F 80 FF")) {
+            place[at] = value;
+            const int error = ErrorOf([&] { Read(page); });
+            ASSERT_TRUE(error == 0 || error == kDamaged) << at << " " << int{value};
+        }
+        place[at] = pet[at];
+    }
+}
+
 TEST_P(Definition, OfAnUnknownKindIsDamage) {
     EXPECT_EQ(ErrorWithPet(layout().table_mark, {0x4F}), kDamaged);
 }

@@ -164,6 +164,32 @@ TEST_P(Row, WhoseVariableColumnsStartPastTheirEndIsDamaged) {
     EXPECT_EQ(ErrorOf([&] { View(table, row).Fixed(table.columns[0]); }), kDamaged);
 }
 
+// The row ends where its memory does, so that the sanitizer sees a byte too far.
+TEST_P(Row, WithAnyByteWrongIsReadOrDamaged) {
+    const jet::TableDefinition table = TableWith(3);
+    const ByteList sound = Encode({{7, 8}, {}, Filled(300, 9)});
+    std::size_t sum = 0;
+    const auto read_all = [&](const ByteList& row) {
+        const RowView view = View(table, row);
+        for (const std::uint8_t byte : view.Fixed(table.columns[0]))
+            sum += byte;
+        for (std::size_t i = 1; i < table.columns.size(); ++i) {
+            for (const std::uint8_t byte : view.Variable(table.columns[i]).value_or(jet::Bytes()))
+                sum += byte;
+        }
+    };
+    ASSERT_EQ(ErrorOf([&] { read_all(sound); }), 0);
+    ASSERT_EQ(sum, 1 + 2 + 3 + 4 + 7 + 8 + 300 * 9U);
+    for (std::size_t at = 0; at < sound.size(); ++at) {
+        for (std::size_t value = 0; value < 256; ++value) {
+            ByteList row = sound;
+            row[at] = static_cast<std::uint8_t>(value);
+            const int error = ErrorOf([&] { read_all(row); });
+            ASSERT_TRUE(error == 0 || error == kDamaged) << at << " " << value;
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(BothGenerations, Row, kBothGenerations, GenerationName);
 
 // count 3, id, data, end, offsets 1 and 0, n, mask
