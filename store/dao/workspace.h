@@ -7,7 +7,7 @@
 
 namespace ledgix::dao {
 
-// A session with the engine.
+// The engine, as callers reach it.
 class Workspace {
 public:
     // Errors: 3024 no such file, 3051 it cannot be opened, 3343 not a database of Jet 3 or Jet 4, 3031 protected by a

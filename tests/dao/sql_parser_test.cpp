@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "expect_error.h"
+#include "error_of.h"
 
 namespace ledgix::dao {
 namespace {

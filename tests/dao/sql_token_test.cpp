@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "date_time.h"
-#include "expect_error.h"
+#include "error_of.h"
 
 namespace ledgix::dao {
 namespace {

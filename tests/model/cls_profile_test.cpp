@@ -7,7 +7,7 @@
 #include "cases.h"
 #include "cls_profiles.h"
 #include "date_time.h"
-#include "expect_error.h"
+#include "error_of.h"
 #include "household_builder.h"
 #include "message_recorder.h"
 

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "cases.h"
-#include "expect_error.h"
+#include "error_of.h"
 #include "household_builder.h"
 #include "message_recorder.h"
 

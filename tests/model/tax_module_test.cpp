@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cases.h"
-#include "expect_error.h"
+#include "error_of.h"
 #include "household_builder.h"
 
 namespace ledgix::model {

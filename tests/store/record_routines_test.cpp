@@ -2,7 +2,7 @@
 
 #include "dao_constants.h"
 #include "database.h"
-#include "expect_error.h"
+#include "error_of.h"
 #include "fixed_clock.h"
 #include "household_builder.h"
 #include "message_recorder.h"

@@ -17,3 +17,7 @@ inline int ErrorOf(const std::function<void()>& statement) {
 }
 
 }  // namespace ledgix::test
+
+// Expects an expression to raise the error of this number.
+#define EXPECT_ERROR(expression, expected) \
+    EXPECT_EQ(ledgix::test::ErrorOf([&] { static_cast<void>(expression); }), static_cast<int>(expected))

@@ -11,6 +11,7 @@
 #include <variant>
 
 #include "date_time.h"
+#include "process.h"
 
 namespace ledgix::test {
 
@@ -27,34 +28,9 @@ std::string Quoted(const std::string& argument) {
     return quoted + "'";
 }
 
-#ifdef _WIN32
-FILE* OpenPipe(const std::string& command) {
-    return _popen(command.c_str(), "r");
-}
-int ClosePipe(FILE* pipe) {
-    return _pclose(pipe);
-}
-#else
-FILE* OpenPipe(const std::string& command) {
-    return popen(command.c_str(), "r");
-}
-int ClosePipe(FILE* pipe) {
-    return pclose(pipe);
-}
-#endif
-
 // What the command prints, with its complaints left out.
-std::string Output(const std::string& command) {
-    FILE* pipe = OpenPipe("LC_ALL=C.UTF-8 " + command + " 2>/dev/null");
-    if (pipe == nullptr)
-        throw std::runtime_error("cannot run " + command);
-    std::string output;
-    std::array<char, 65536> buffer;
-    for (std::size_t got; (got = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;)
-        output.append(buffer.data(), got);
-    if (ClosePipe(pipe) != 0)
-        throw std::runtime_error(command + " failed");
-    return output;
+std::string Printed(const std::string& command) {
+    return OutputOfSuccess("LC_ALL=C.UTF-8 " + command + " 2>/dev/null");
 }
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -208,14 +184,14 @@ bool HaveMdbtools() {
 }
 
 std::vector<std::string> JudgeTables(const std::string& path, bool with_system_tables) {
-    return Lines(Output(std::string("mdb-tables -1 ") + (with_system_tables ? "-S " : "") + Quoted(path)));
+    return Lines(Printed(std::string("mdb-tables -1 ") + (with_system_tables ? "-S " : "") + Quoted(path)));
 }
 
 std::vector<json> JudgeRows(const std::string& path, const std::string& table) {
     constexpr char kDates[] = "-D %Y-%m-%dT%H:%M:%S -T %Y-%m-%dT%H:%M:%S ";
     std::vector<json> rows;
     for (const std::string& line :
-         Lines(Output(std::string("mdb-json ") + kDates + Quoted(path) + " " + Quoted(table))))
+         Lines(Printed(std::string("mdb-json ") + kDates + Quoted(path) + " " + Quoted(table))))
         rows.push_back(json::parse(line));
     return rows;
 }

@@ -2,12 +2,16 @@
 
 #include <string>
 
+// Other programs, run by the shell.
 namespace ledgix::test {
 
-// What a shell command prints to standard output.
+// What a command prints to standard output, whether it succeeds or not.
 std::string Output(const std::string& command);
 
-// The exit status of a shell command, whose output goes nowhere.
+// The same; throws std::runtime_error when the command fails.
+std::string OutputOfSuccess(const std::string& command);
+
+// The exit status of a command, whose output goes nowhere.
 int ExitStatus(const std::string& command);
 
 }  // namespace ledgix::test

@@ -10,6 +10,7 @@
 #include "cases.h"
 #include "error_of.h"
 #include "pdf_library.h"
+#include "process.h"
 #include "report_fixture.h"
 #include "runtime_error.h"
 
@@ -25,16 +26,7 @@ constexpr std::size_t kLargestFile = 100000;
 
 // What a program prints about the file.
 std::string Ask(const std::string& tool, const std::string& path, const std::string& behind = "") {
-    const std::string command = tool + " '" + path + "' " + behind + " 2>&1";
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return "cannot run " + tool;
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe))
-        output.append(buffer.data(), count);
-    pclose(pipe);
-    return output;
+    return test::Output(tool + " '" + path + "' " + behind + " 2>&1");
 }
 
 // The texts occur in this order, each behind the one before; blanks count as one.
