@@ -7,6 +7,10 @@ else()
   # No fused multiply-add: a figure must be the same on every processor.
   target_compile_options(ledgix_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # This compiler takes joined texts for overlapping memory where it inlines them (its bug 105651).
+  target_compile_options(ledgix_flags INTERFACE -Wno-restrict)
+endif()
 if(LEDGIX_SANITIZE)
   target_compile_options(ledgix_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(ledgix_flags INTERFACE -fsanitize=address,undefined)
