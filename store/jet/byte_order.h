@@ -65,4 +65,11 @@ inline void StoreRowPointer(std::span<std::uint8_t> bytes, std::size_t at, RowId
     StoreLittle(bytes, at, id.page << 8 | id.slot);
 }
 
+template <typename Number>
+void StoreBig(std::span<std::uint8_t> bytes, std::size_t at, Number number) {
+    assert(at + sizeof(Number) <= bytes.size());
+    for (std::size_t i = 0; i < sizeof(Number); ++i)
+        bytes[at + i] = static_cast<std::uint8_t>(static_cast<std::uint64_t>(number) >> (8 * (sizeof(Number) - 1 - i)));
+}
+
 }  // namespace ledgix::jet

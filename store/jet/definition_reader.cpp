@@ -46,6 +46,7 @@ struct RealIndex {
     RowId map;
     PageNumber root = 0;
     std::uint8_t flags = 0;
+    std::uint32_t built_entries = 0;
     std::uint32_t distinct_keys = 0;
 };
 
@@ -94,7 +95,9 @@ private:
     void ReadStatistics() {
         for (std::uint32_t i = 0; i < real_count_; ++i) {
             const Bytes statistics = Take(layout_.statistics_size);
-            real_indexes_.emplace_back().distinct_keys = LoadU32(statistics, layout_.distinct_keys);
+            RealIndex& index = real_indexes_.emplace_back();
+            index.built_entries = LoadU32(statistics, layout_.built_entries);
+            index.distinct_keys = LoadU32(statistics, layout_.distinct_keys);
         }
     }
 
@@ -142,6 +145,8 @@ private:
         if (column.type == ColumnType::kNumeric) {
             column.precision = record[layout.precision];
             column.scale = record[layout.precision + 1];
+        } else {
+            column.sort_order = LoadU16(record, layout.precision);
         }
         return column;
     }
@@ -215,6 +220,7 @@ private:
         index.required = (real.flags & kIndexRequired) != 0;
         index.root = real.root;
         index.map = real.map;
+        index.built_entries = real.built_entries;
         index.distinct_keys = real.distinct_keys;
         return index;
     }

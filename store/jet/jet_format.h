@@ -22,8 +22,16 @@ enum class PageKind : std::uint8_t {
 inline constexpr PageNumber kAllocationPage = 1;  // a data page; its row 0 is the map of free pages
 inline constexpr PageNumber kCatalogPage = 2;     // definition of MSysObjects
 
+// Definitions of MSysACEs, MSysQueries and MSysRelationships.
+inline constexpr PageNumber kAccessPage = 3;
+inline constexpr PageNumber kQueriesPage = 4;
+inline constexpr PageNumber kRelationshipsPage = 5;
+
+inline constexpr std::uint8_t kPageInUse = 0x01;  // second byte of a page
+
 // Owner fields of data pages that belong to no table.
 inline constexpr std::uint32_t kUsageMapOwner = 0;
+inline constexpr std::uint32_t kAllocationOwner = 1;          // of the page kAllocationPage
 inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;  // "LVAL"
 
 // Slots of a data page.
@@ -31,7 +39,8 @@ inline constexpr std::uint16_t kSlotStart = 0x1FFF;
 inline constexpr std::uint16_t kSlotPointer = 0x4000;  // the row lives elsewhere; a row pointer stands here
 inline constexpr std::uint16_t kSlotHidden = 0x8000;   // reached through such a pointer only
 inline constexpr std::uint16_t kSlotDeleted = kSlotPointer | kSlotHidden;
-inline constexpr std::size_t kMostSlots = 256;  // a slot number is one byte
+inline constexpr std::size_t kMostSlots = 256;         // a slot number is one byte
+inline constexpr std::size_t kMostSlotsWritten = 255;  // the engine stops one earlier
 inline constexpr std::size_t kRowPointerSize = 4;
 
 // Data page: free bytes u16, owner u32, number of slots u16, slots u16 each. Rows are packed from the end downwards:
@@ -53,15 +62,24 @@ inline constexpr std::size_t kBitmapPageBits = 4;  // where the bits of a bitmap
 
 // Table definition, spread over pages: each has 8 bytes of its own with the next page in them; those of the first
 // count as part of the definition.
+inline constexpr std::size_t kDefinitionFreeBytes = 2;        // Jet 4; "VC" in Jet 3
+inline constexpr std::uint16_t kDefinitionMarkJet3 = 0x4356;  // "VC"
 inline constexpr std::size_t kDefinitionNextPage = 4;
 inline constexpr std::size_t kDefinitionPageHeader = 8;
 inline constexpr std::uint8_t kUserTableMark = 0x4E;
 inline constexpr std::uint8_t kSystemTableMark = 0x53;
 
+// Numbers that Jet 4 puts into definitions; their meaning is unknown.
+inline constexpr std::uint32_t kDefinitionMark = 1625;  // in the header, column records and logical index records
+inline constexpr std::uint32_t kIndexBlockMark = 1923;
+inline constexpr std::uint32_t kSecondDefinitionMark = 1;
+
 // Then follow: index statistics, column records, column names, index blocks, logical index records, their names,
 // maps of long value columns, FF FF.
 struct DefinitionLayout {
     std::size_t length;
+    std::size_t mark;  // 0 where there is none, as in all that follows
+    std::size_t second_mark;
     std::size_t row_count;
     std::size_t last_autonumber;
     std::size_t table_mark;
@@ -74,27 +92,37 @@ struct DefinitionLayout {
     std::size_t free_space_map;
     std::size_t statistics;       // end of the header
     std::size_t statistics_size;  // of one real index
-    std::size_t distinct_keys;    // within its statistics
+    std::size_t built_entries;    // within its statistics
+    std::size_t distinct_keys;
     std::size_t name_length_size;
 };
 
 struct ColumnRecordLayout {
     std::size_t size;
     std::size_t type;
+    std::size_t mark;
     std::size_t number;
     std::size_t variable_index;
     std::size_t ordinal;
+    std::size_t country;
     std::size_t precision;  // numeric columns: u8 precision, u8 scale, in the place of the sort order
+    std::size_t code_page;
     std::size_t flags;
-    std::size_t text_flags;  // 0 where there are none
+    std::size_t text_flags;
     std::size_t fixed_offset;
     std::size_t length;
 };
 
 inline constexpr std::uint8_t kColumnFixed = 0x01;
+inline constexpr std::uint8_t kColumnUpdatable = 0x02;
 inline constexpr std::uint8_t kColumnAutonumber = 0x04;
+inline constexpr std::uint8_t kColumnOfSystemTable = 0x10;
+inline constexpr std::uint8_t kColumnMasked = 0x20;  // Jet 4 combines its contents with an unknown key stream
 inline constexpr std::uint8_t kColumnAutonumberGuid = 0x40;
 inline constexpr std::uint8_t kTextCompressed = 0x01;
+inline constexpr std::uint16_t kCountryCode = 1;
+inline constexpr std::uint16_t kSortOrder = 0x0409;  // General
+inline constexpr std::uint16_t kCodePage = 1252;
 
 struct IndexBlockLayout {
     std::size_t size;
@@ -102,6 +130,8 @@ struct IndexBlockLayout {
     std::size_t map;
     std::size_t root;
     std::size_t flags;
+    bool marked;              // begins with kIndexBlockMark
+    std::uint8_t more_flags;  // set in every block
 };
 
 inline constexpr std::size_t kIndexColumnSlots = 10;
@@ -114,6 +144,7 @@ inline constexpr std::uint8_t kIndexRequired = 0x08;
 
 struct LogicalIndexLayout {
     std::size_t size;
+    bool marked;  // begins with kDefinitionMark
     std::size_t number;
     std::size_t real_number;
     std::size_t relation_side;
@@ -125,6 +156,9 @@ struct LogicalIndexLayout {
 };
 
 inline constexpr std::uint8_t kRelationReferencedSide = 1;
+inline constexpr std::uint8_t kRelationReferencingSide = 2;
+inline constexpr std::uint32_t kNoRelationIndex = 0xFFFFFFFF;
+inline constexpr std::uint8_t kNoRelationCascade = 4;
 inline constexpr std::uint8_t kLogicalPrimaryKey = 1;
 inline constexpr std::uint8_t kLogicalRelation = 2;
 
@@ -139,6 +173,9 @@ struct RowLayout {
     bool has_jump_table;
     std::size_t longest;
 };
+
+// A row must leave room for the pointer that takes its place when it moves.
+inline constexpr std::size_t kShortestRow = kRowPointerSize;
 
 // Long value, in a row: length and kind u32, row pointer, 4 bytes more, then the data of the inside kind.
 inline constexpr std::size_t kLongValueHeader = 12;
@@ -167,7 +204,11 @@ struct IndexPageLayout {
 inline constexpr std::size_t kLeafPointerSize = 4;   // u24 BE page, u8 slot
 inline constexpr std::size_t kChildPointerSize = 4;  // u32 BE page, behind the row pointer in nodes
 
-// Header page.
+// Header page. The first fields are row pointers to the map of free pages and to a second map, then the pages of the
+// four system tables.
+inline constexpr std::size_t kHeaderFreePageMap = 0x18;
+inline constexpr std::size_t kHeaderSecondMap = 0x1C;
+inline constexpr std::size_t kHeaderSystemTables = 0x20;
 inline constexpr std::size_t kHeaderFormatName = 0x04;
 inline constexpr std::size_t kHeaderVersion = 0x14;
 inline constexpr std::size_t kHeaderMasked = 0x18;  // start of the region that a key stream masks
@@ -179,13 +220,19 @@ inline constexpr std::size_t kHeaderCreationDate = 0x72;  // Jet 4
 struct HeaderLayout {
     std::size_t masked_size;
     std::size_t password_size;
-    bool password_masked_by_date;
+    bool password_masked_by_date;  // and there is a creation date
+    std::size_t country;           // 0 where there is none
+    std::size_t sort_order;
+    std::size_t build_number;  // of the engine that made the file
+    std::size_t engine_mark;   // 0 where there is none
+    std::size_t commit_bytes;  // 256 cells of two bytes, to the end of the page
 };
 
 struct Format {
     Generation generation;
     std::size_t page_size;
     std::size_t character_size;  // of names, and of text that is not compressed
+    std::size_t new_map_size;    // bytes of a usage map when it is made
     HeaderLayout header;
     DataPageLayout data_page;
     DefinitionLayout definition;

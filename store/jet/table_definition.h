@@ -50,6 +50,7 @@ struct Column {
     bool compressed = false;           // text may be stored with one byte a character (Jet 4)
     std::uint16_t ordinal = 0;         // place for display, from 0 or 1; 0 in all columns of system tables
     std::uint8_t flags = 0;            // as stored
+    std::uint16_t sort_order = 0;      // as stored; numeric columns have none
     std::uint8_t character_size = 1;   // bytes of a character of text that is not compressed
     // Of long values: maps of the pages. No second map where its page is 0.
     RowId owned_map{};
@@ -87,6 +88,7 @@ struct Index {
     RowId map{};  // of the pages of the tree
     std::uint32_t logical_number = 0;
     std::uint32_t real_number = 0;
+    std::uint32_t built_entries = 0;  // a statistic: entries when the tree was last built over rows
     std::uint32_t distinct_keys = 0;  // a statistic: may be too high
     std::optional<IndexRelation> relation;
 };

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "byte_order.h"
+#include "runtime_error.h"
 #include "text.h"
 
 namespace ledgix::jet {
@@ -66,6 +67,34 @@ std::string DecodeCodePage(Bytes stored) {
     return ascii ? std::string(text) : runtime::CodePage1252ToUtf8(text);
 }
 
+bool IsCompressible(std::u16string_view text) {
+    constexpr std::size_t kShortest = 3;
+    return text.size() >= kShortest &&
+           std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x01 && unit <= 0xFF; });
+}
+
+std::vector<std::uint8_t> EncodeCompressed(std::u16string_view text) {
+    std::vector<std::uint8_t> stored(std::begin(kCompressed), std::end(kCompressed));
+    for (const char16_t unit : text)
+        stored.push_back(static_cast<std::uint8_t>(unit));
+    return stored;
+}
+
+std::vector<std::uint8_t> EncodeUtf16(std::u16string_view text) {
+    std::vector<std::uint8_t> stored(2 * text.size());
+    for (std::size_t i = 0; i < text.size(); ++i)
+        StoreLittle(stored, 2 * i, static_cast<std::uint16_t>(text[i]));
+    return stored;
+}
+
+std::vector<std::uint8_t> EncodeCodePage(std::string_view text) {
+    if (!runtime::FitsCodePage1252(text))
+        runtime::RaiseEngineError(runtime::ErrorNumber::kFeatureNotAvailable,
+                                  "Text can't be stored when it has characters that the file's code page lacks.");
+    const std::string stored = runtime::ToCodePage1252(text);
+    return {stored.begin(), stored.end()};
+}
+
 }  // namespace
 
 std::string DecodeText(const Format& format, Bytes stored) {
@@ -86,6 +115,21 @@ std::string DecodeName(const Format& format, Bytes stored) {
     text.reserve(stored.size() / 2);
     AppendUtf16(text, stored);
     return text;
+}
+
+std::vector<std::uint8_t> EncodeText(const Format& format, std::string_view text, bool may_be_compressed) {
+    constexpr char16_t kByteOrderMark = 0xFEFF;
+    if (format.generation == Generation::kJet3)
+        return EncodeCodePage(text);
+    const std::u16string units = runtime::ToUtf16(text);
+    if (units.starts_with(kByteOrderMark))
+        runtime::RaiseEngineError(runtime::ErrorNumber::kFeatureNotAvailable,
+                                  "Text can't be stored when it begins with a byte order mark.");
+    return may_be_compressed && IsCompressible(units) ? EncodeCompressed(units) : EncodeUtf16(units);
+}
+
+std::vector<std::uint8_t> EncodeName(const Format& format, std::string_view name) {
+    return format.generation == Generation::kJet3 ? EncodeCodePage(name) : EncodeUtf16(runtime::ToUtf16(name));
 }
 
 }  // namespace ledgix::jet

@@ -10,8 +10,6 @@ namespace ledgix::jet {
 
 namespace {
 
-constexpr std::uint32_t kAllocationOwner = 1;
-
 class MapReader {
 public:
     MapReader(Pager& pager, RowId map) : pager_(pager), map_(map) {}

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <bit>
 #include <cassert>
+#include <string>
+#include <variant>
 
 #include "byte_order.h"
+#include "runtime_error.h"
 #include "text_codec.h"
 
 namespace ledgix::jet {
@@ -14,8 +17,9 @@ namespace {
 constexpr std::uint8_t kNegative = 0x80;
 
 // Stored as u32, u16, u16 little-endian and 8 bytes.
+constexpr std::array<std::size_t, 16> kStoredAt{3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+
 runtime::Guid DecodeGuid(Bytes stored) {
-    constexpr std::array<std::size_t, 16> kStoredAt{3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
     runtime::Guid guid;
     for (std::size_t i = 0; i < kStoredAt.size(); ++i)
         guid.bytes[i] = stored[kStoredAt[i]];
@@ -30,7 +34,62 @@ runtime::Decimal DecodeNumeric(const Column& column, Bytes stored) {
     return number;
 }
 
+std::vector<std::uint8_t> EncodeGuid(const runtime::Guid& guid) {
+    std::vector<std::uint8_t> stored(guid.bytes.size());
+    for (std::size_t i = 0; i < kStoredAt.size(); ++i)
+        stored[kStoredAt[i]] = guid.bytes[i];
+    return stored;
+}
+
+std::vector<std::uint8_t> EncodeNumeric(const runtime::Decimal& number) {
+    std::vector<std::uint8_t> stored(FixedSize(ColumnType::kNumeric));
+    stored[0] = number.negative ? kNegative : 0;
+    for (std::size_t i = 0; i < number.magnitude.size(); ++i)
+        StoreLittle(stored, 1 + 4 * i, number.magnitude[i]);
+    return stored;
+}
+
+template <typename Number>
+std::vector<std::uint8_t> EncodeLittle(Number number) {
+    std::vector<std::uint8_t> stored(sizeof number);
+    StoreLittle(stored, 0, number);
+    return stored;
+}
+
+// The value as the type that the column stores.
+template <typename Value>
+const Value& Expect(const Column& column, const runtime::Variant& value) {
+    const Value* expected = std::get_if<Value>(&value);
+    if (expected == nullptr)
+        RaiseConversion(column);
+    return *expected;
+}
+
+[[noreturn]] void RaiseTooLong(const Column& column) {
+    runtime::RaiseEngineError(
+        runtime::ErrorNumber::kFieldTooSmall,
+        "The field '" + column.name + "' is too small to accept the amount of data you attempted to add.");
+}
+
+// The limit counts characters, however they are stored.
+std::vector<std::uint8_t> EncodeTextColumn(const Format& format, const Column& column, const std::string& text) {
+    if (EncodeName(format, text).size() > column.length)
+        RaiseTooLong(column);
+    return EncodeText(format, text, column.compressed);
+}
+
+std::vector<std::uint8_t> EncodeBinary(const Column& column, const runtime::Binary& data) {
+    if (column.type == ColumnType::kBinary && data.size() > column.length)
+        RaiseTooLong(column);
+    return data;
+}
+
 }  // namespace
+
+void RaiseConversion(const Column& column) {
+    runtime::RaiseEngineError(runtime::ErrorNumber::kTypeConversion,
+                              "Data type conversion error: the value is none of column '" + column.name + "'.");
+}
 
 runtime::Variant DecodeValue(const Format& format, const Column& column, Bytes stored) {
     assert(FixedSize(column.type) == 0 || stored.size() == FixedSize(column.type));
@@ -57,6 +116,35 @@ runtime::Variant DecodeValue(const Format& format, const Column& column, Bytes s
             return DecodeNumeric(column, stored);
         default:
             return runtime::Binary(stored.begin(), stored.end());
+    }
+}
+
+std::vector<std::uint8_t> EncodeValue(const Format& format, const Column& column, const runtime::Variant& value) {
+    switch (column.type) {
+        case ColumnType::kByte:
+            return {Expect<std::uint8_t>(column, value)};
+        case ColumnType::kInt16:
+            return EncodeLittle(Expect<std::int16_t>(column, value));
+        case ColumnType::kInt32:
+            return EncodeLittle(Expect<std::int32_t>(column, value));
+        case ColumnType::kCurrency:
+            return EncodeLittle(Expect<runtime::Currency>(column, value).ten_thousandths);
+        case ColumnType::kSingle:
+            return EncodeLittle(std::bit_cast<std::uint32_t>(Expect<float>(column, value)));
+        case ColumnType::kDouble:
+            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<double>(column, value)));
+        case ColumnType::kDate:
+            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<runtime::Date>(column, value).days));
+        case ColumnType::kText:
+            return EncodeTextColumn(format, column, Expect<std::string>(column, value));
+        case ColumnType::kGuid:
+            return EncodeGuid(Expect<runtime::Guid>(column, value));
+        case ColumnType::kNumeric:
+            if (Expect<runtime::Decimal>(column, value).scale != column.scale)
+                RaiseConversion(column);
+            return EncodeNumeric(std::get<runtime::Decimal>(value));
+        default:
+            return EncodeBinary(column, Expect<runtime::Binary>(column, value));
     }
 }
 

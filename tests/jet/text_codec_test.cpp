@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "error_of.h"
 #include "hex.h"
 
 namespace ledgix::test {
@@ -71,6 +72,42 @@ TEST(TextOfJet4, SwitchesWhenCompressed) {
 
 TEST(NameOfJet4, IsNeverCompressed) {
     EXPECT_EQ(jet::DecodeName(jet::FormatOf(jet::Generation::kJet4), Hex("FF FE 52 65")), "\uFEFF\u6552");
+}
+
+ByteList EncodedJet3(std::string_view text) {
+    return jet::EncodeText(jet::FormatOf(jet::Generation::kJet3), text, true);
+}
+ByteList EncodedJet4(std::string_view text, bool may_be_compressed) {
+    return jet::EncodeText(jet::FormatOf(jet::Generation::kJet4), text, may_be_compressed);
+}
+
+TEST(TextOfJet3, IsWrittenInCodePage1252) {
+    EXPECT_EQ(EncodedJet3("Caf\u00E9 \u20AC"), Hex("43 61 66 E9 20 80"));
+    EXPECT_EQ(EncodedJet3(""), ByteList{});
+}
+
+TEST(TextOfJet3, IsRefusedWithACharacterThatTheCodePageLacks) {
+    EXPECT_ERROR(EncodedJet3("\u03C0"), runtime::ErrorNumber::kFeatureNotAvailable);
+}
+
+TEST(TextOfJet4, IsRefusedWhenItWouldReadAsCompressed) {
+    EXPECT_ERROR(EncodedJet4("\uFEFFab", false), runtime::ErrorNumber::kFeatureNotAvailable);
+}
+
+TEST(TextOfJet4, IsWrittenCompressedWhereThatIsAllowedAndShorter) {
+    EXPECT_EQ(EncodedJet4("Rex", true), Hex("FF FE 52 65 78"));
+    EXPECT_EQ(EncodedJet4("Rex", false), Hex("52 00 65 00 78 00"));
+    EXPECT_EQ(EncodedJet4("Al", true), Hex("41 00 6C 00"));
+    EXPECT_EQ(EncodedJet4("a\u00FFb", true), Hex("FF FE 61 FF 62"));
+    EXPECT_EQ(EncodedJet4("ab\u0100", true), Hex("61 00 62 00 00 01"));
+    EXPECT_EQ(EncodedJet4(std::string_view("a\0b", 3), true), Hex("61 00 00 00 62 00"));
+    EXPECT_EQ(EncodedJet4("\U0001F600", true), Hex("3D D8 00 DE"));
+    EXPECT_EQ(EncodedJet4("", true), ByteList{});
+}
+
+TEST(Names, AreNeverWrittenCompressed) {
+    EXPECT_EQ(jet::EncodeName(jet::FormatOf(jet::Generation::kJet4), "Rex"), Hex("52 00 65 00 78 00"));
+    EXPECT_EQ(jet::EncodeName(jet::FormatOf(jet::Generation::kJet3), "Rex"), Hex("52 65 78"));
 }
 
 }  // namespace

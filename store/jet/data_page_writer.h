@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "jet_format.h"
+#include "jet_types.h"
+
+namespace ledgix::jet {
+
+// A page without rows. The owner is the definition page of a table, or one of those that jet_format.h names.
+std::vector<std::uint8_t> MakeDataPage(const Format& format, std::uint32_t owner);
+
+// Puts a row behind those that a data page has; `flags` are those of the slot. The slot that it got, or nothing when
+// the page has no room for the row or no number for its slot.
+std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8_t> page, Bytes row,
+                                      std::uint16_t flags = 0);
+
+// The bytes of a row, to be changed. The slot must exist.
+std::span<std::uint8_t> RowBytes(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot);
+
+}  // namespace ledgix::jet
