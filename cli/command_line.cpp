@@ -27,6 +27,8 @@ struct Request {
     std::string output;
     Format format = Format::kText;
     bool system = false;
+    std::string new_file;
+    dao::FileFormat new_format = dao::FileFormat::kJet4;
     ReportRequest report;
 };
 
@@ -35,6 +37,8 @@ const std::map<std::string, Format> kTableFormats{
     {"text", Format::kText}, {"csv", Format::kCsv}, {"json", Format::kJson}};
 const std::map<std::string, Format> kReportFormats{
     {"text", Format::kText}, {"csv", Format::kCsv}, {"json", Format::kJson}, {"pdf", Format::kPdf}};
+const std::map<std::string, dao::FileFormat> kFileFormats{{"jet3", dao::FileFormat::kJet3},
+                                                          {"jet4", dao::FileFormat::kJet4}};
 const std::map<std::string, reports::ReportKind> kReports{
     {"profile", reports::kProfileReport}, {"analysis", reports::kAnalysisReport}, {"outlook", reports::kOutlookReport}};
 
@@ -62,6 +66,18 @@ void AddReport(CLI::App& app, Request& request) {
     command.add_option("--output", report.output, "File to write; standard output if not given")->type_name("FILE");
 }
 
+void AddCreate(CLI::App& app, Request& request) {
+    CLI::App& command = *app.add_subcommand("create", "Make a new database file without any table");
+    command.add_option("file", request.new_file, "The file to make; there must be none of that name")
+        ->required()
+        ->type_name("FILE");
+    command
+        .add_option("--format", request.new_format, "jet3 (Access 97) or jet4 (Access 2000 to 2003); jet4 if not given")
+        ->transform(CLI::CheckedTransformer(kFileFormats))
+        ->type_name("FORMAT")
+        ->option_text("FORMAT");
+}
+
 void AddCommands(CLI::App& app, Request& request) {
     app.add_option("--database", request.database, "Database file; without it the one that the desktop opens")
         ->type_name("FILE");
@@ -69,6 +85,7 @@ void AddCommands(CLI::App& app, Request& request) {
     app.require_subcommand(1);
     app.set_version_flag("--version", "ledgix-cli " LEDGIX_VERSION);
 
+    AddCreate(app, request);
     AddFormat(*app.add_subcommand("list", "List profiles and their properties"), request.format, kListFormats);
     AddReport(app, request);
     app.add_subcommand("export", "Write the whole content as JSON")
@@ -93,6 +110,10 @@ dao::Database* OpenDatabase(const std::string& path) {
 }
 
 int RunCommand(const CLI::App& app, const Request& request, std::ostream& out, std::ostream& err) {
+    if (app.got_subcommand("create")) {
+        dao::CreateDatabase(request.new_file, request.new_format);
+        return kDone;
+    }
     dao::Database* database = OpenDatabase(request.database);
     if (!database)
         return kFileNotUsable;

@@ -18,4 +18,10 @@ public:
 // The engine's workspace number 0.
 Workspace& DefaultWorkspace();
 
+enum class FileFormat { kJet3, kJet4 };
+
+// Makes a database file without any table of the user; it is not opened. Errors: 3204 when there is a file of that
+// name, which stays as it is, 57 when it cannot be written.
+void CreateDatabase(const std::string& path, FileFormat format);
+
 }  // namespace ledgix::dao

@@ -1,0 +1,11 @@
+# Makes the database of the application folder, unless there is one in any spelling.
+get_filename_component(folder ${DATABASE} DIRECTORY)
+file(GLOB files ${folder}/*)
+foreach(file ${files})
+  get_filename_component(name ${file} NAME)
+  string(TOLOWER ${name} name)
+  if(name STREQUAL "property.mdb")
+    return()
+  endif()
+endforeach()
+execute_process(COMMAND ${PROGRAM} create ${DATABASE} COMMAND_ERROR_IS_FATAL ANY)
