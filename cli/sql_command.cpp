@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "csv_field.h"
 #include "json_text.h"
 #include "text_table.h"
 
@@ -27,7 +28,7 @@ std::vector<runtime::Variant> RowValues(const dao::Recordset& rows) {
 
 void PrintCsvRecord(const std::vector<std::string>& fields, std::ostream& out) {
     for (std::size_t i = 0; i < fields.size(); ++i)
-        out << (i == 0 ? "" : ",") << CsvField(fields[i]);
+        out << (i == 0 ? "" : ",") << runtime::CsvField(fields[i]);
     out << "\r\n";
 }
 

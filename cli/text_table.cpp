@@ -68,10 +68,4 @@ void TextTable::Print(std::ostream& out) const {
     }
 }
 
-std::string CsvField(const std::string& text) {
-    const bool plain = text.find_first_of(",\"\r\n") == std::string::npos &&
-                       (text.empty() || (text.front() != ' ' && text.back() != ' '));
-    return plain ? text : "\"" + runtime::ReplaceAll(text, "\"", "\"\"") + "\"";
-}
-
 }  // namespace ledgix::cli

@@ -28,8 +28,4 @@ private:
     std::vector<bool> right_aligned_;
 };
 
-// A field of a CSV record: quoted when it holds a comma, a quotation mark or a line break, or starts or ends with a
-// blank.
-std::string CsvField(const std::string& text);
-
 }  // namespace ledgix::cli
