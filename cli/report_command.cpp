@@ -14,7 +14,6 @@
 #include "report_csv.h"
 #include "report_text.h"
 #include "runtime_error.h"
-#include "temporary_file.h"
 
 namespace ledgix::cli {
 
@@ -77,11 +76,8 @@ std::string Written(const zq::Document& document, const ReportRequest& request) 
             return zq::ToCsv(document);
         case Format::kJson:
             return ToJson(document, request.kind);
-        case Format::kPdf: {
-            const runtime::TemporaryFile file("ledgix-report", ".pdf");
-            zq::WritePdf(document, file.path());
-            return runtime::ReadFile(file.path());
-        }
+        case Format::kPdf:
+            return zq::ToPdf(document);
         default:
             return zq::ToText(document);
     }
@@ -128,8 +124,6 @@ bool RunReport(dao::Database& database, const ReportRequest& request, std::ostre
     const zq::Document& document = report.objReport().document();
     if (request.output.empty())
         out << Written(document, request);
-    else if (request.format == Format::kPdf)
-        zq::WritePdf(document, request.output);
     else
         runtime::WriteFile(request.output, Written(document, request));
     return true;
