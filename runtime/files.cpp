@@ -16,11 +16,6 @@ namespace fs = std::filesystem;
 
 constexpr std::streamsize kChunkSize = 65536;
 
-std::string ToUtf8Text(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
-
 void WriteStream(const fs::path& path, std::string_view content, std::ios::openmode mode, const std::string& shown) {
     std::ofstream out(path, mode | std::ios::binary);
     out.write(content.data(), static_cast<std::streamsize>(content.size()));
@@ -45,17 +40,22 @@ fs::path ToPath(const std::string& path) {
     return {std::u8string(path.begin(), path.end())};
 }
 
+std::string PathText(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
 std::optional<std::string> FindFile(const std::string& path) {
     std::error_code error;
     const fs::path wanted = ToPath(path);
     if (fs::is_regular_file(wanted, error))
         return path;
-    const std::string name = ToUtf8Text(wanted.filename());
+    const std::string name = PathText(wanted.filename());
     const fs::path folder = wanted.has_parent_path() ? wanted.parent_path() : fs::path(".");
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         std::error_code ignored;
-        if (entry->is_regular_file(ignored) && EqualsIgnoringCase(ToUtf8Text(entry->path().filename()), name))
-            return ToUtf8Text(wanted.has_parent_path() ? folder / entry->path().filename() : entry->path().filename());
+        if (entry->is_regular_file(ignored) && EqualsIgnoringCase(PathText(entry->path().filename()), name))
+            return PathText(wanted.has_parent_path() ? folder / entry->path().filename() : entry->path().filename());
     }
     return std::nullopt;
 }

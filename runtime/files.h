@@ -10,6 +10,9 @@ namespace ledgix::runtime {
 // The library's form of a path in UTF-8.
 std::filesystem::path ToPath(const std::string& path);
 
+// The same path in UTF-8.
+std::string PathText(const std::filesystem::path& path);
+
 // The path of an existing file: the path itself, or one whose last part differs in case only. Empty if there is none.
 std::optional<std::string> FindFile(const std::string& path);
 

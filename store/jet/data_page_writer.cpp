@@ -34,7 +34,7 @@ std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8
     const DataPageLayout& layout = format.data_page;
     const std::size_t slot = LoadU16(page, layout.slot_count);
     const std::size_t taken = row.size() + kSlotSize;
-    const std::size_t free = LoadU16(page, layout.free_bytes);
+    const std::size_t free = FreeBytes(format, page);
     if (slot >= kMostSlotsWritten || taken > free)
         return std::nullopt;
     const std::size_t start = StartOf(layout, page, slot) - row.size();
@@ -43,6 +43,70 @@ std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8
     StoreLittle(page, layout.slot_count, static_cast<std::uint16_t>(slot + 1));
     StoreLittle(page, layout.free_bytes, static_cast<std::uint16_t>(free - taken));
     return static_cast<std::uint8_t>(slot);
+}
+
+bool ResizeRow(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot, std::size_t size) {
+    const DataPageLayout& layout = format.data_page;
+    const std::size_t slots = LoadU16(page, layout.slot_count);
+    const std::size_t end = StartOf(layout, page, slot);
+    const std::size_t start = StartOf(layout, page, slot + std::size_t{1});
+    const std::size_t lowest = StartOf(layout, page, slots);
+    const std::size_t free = FreeBytes(format, page);
+    if (size > end - start + free)
+        return false;
+    const std::ptrdiff_t shift = static_cast<std::ptrdiff_t>(end - start) - static_cast<std::ptrdiff_t>(size);
+    const auto kept = static_cast<std::ptrdiff_t>(std::min(size, end - start));
+    const auto first = page.begin() + static_cast<std::ptrdiff_t>(lowest);
+    const auto row_start = page.begin() + static_cast<std::ptrdiff_t>(start);
+    if (shift < 0) {
+        std::copy(first, row_start + kept, first + shift);
+        std::fill(row_start + kept + shift, page.begin() + static_cast<std::ptrdiff_t>(end), std::uint8_t{0});
+    } else {
+        std::copy_backward(first, row_start + kept, row_start + kept + shift);
+    }
+    for (std::size_t i = slot; i < slots; ++i) {
+        const std::size_t at = layout.slots + kSlotSize * i;
+        StoreLittle(page, at, static_cast<std::uint16_t>(LoadU16(page, at) + shift));
+    }
+    StoreLittle(page, layout.free_bytes, static_cast<std::uint16_t>(static_cast<std::ptrdiff_t>(free) + shift));
+    return true;
+}
+
+void SetSlotFlags(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot, std::uint16_t flags) {
+    const std::size_t at = format.data_page.slots + kSlotSize * slot;
+    StoreLittle(page, at, static_cast<std::uint16_t>((LoadU16(page, at) & kSlotStart) | flags));
+}
+
+std::size_t FreeBytes(const Format& format, Bytes page) {
+    const DataPageLayout& layout = format.data_page;
+    const std::size_t slots = LoadU16(page, layout.slot_count);
+    return StartOf(layout, page, slots) - (layout.slots + kSlotSize * slots);
+}
+
+bool HasLiveRows(const Format& format, Bytes page) {
+    const DataPageLayout& layout = format.data_page;
+    const std::size_t slots = LoadU16(page, layout.slot_count);
+    for (std::size_t i = 0; i < slots; ++i) {
+        if ((LoadU16(page, layout.slots + kSlotSize * i) & kSlotDeleted) != kSlotDeleted)
+            return true;
+    }
+    return false;
+}
+
+bool HasSoundRows(const Format& format, Bytes page) {
+    const DataPageLayout& layout = format.data_page;
+    const std::size_t slots = LoadU16(page, layout.slot_count);
+    const std::size_t slots_end = layout.slots + kSlotSize * slots;
+    if (slots > kMostSlots || slots_end > page.size())
+        return false;
+    std::size_t end = page.size();
+    for (std::size_t i = 1; i <= slots; ++i) {
+        const std::size_t start = StartOf(layout, page, i);
+        if (start > end)
+            return false;
+        end = start;
+    }
+    return end >= slots_end;
 }
 
 std::span<std::uint8_t> RowBytes(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot) {

@@ -17,29 +17,6 @@ constexpr std::size_t kMostColumns = 255;
 constexpr std::uint32_t kMostIndexes = 255;  // the engine makes 32 at most
 constexpr std::uint8_t kLargestScale = 28;
 
-// The definition as one piece: the whole first page, and the others without their headers.
-std::vector<std::uint8_t> JoinPages(Pager& pager, PageNumber first) {
-    constexpr std::string_view kWhat = "table definition";
-    PagePtr page = pager.Read(first, PageKind::kDefinition, kWhat);
-    std::vector<std::uint8_t> joined = page->bytes;
-    const std::size_t length = LoadU32(joined, pager.format().definition.length);
-    if (length < pager.format().definition.statistics || length > pager.size())
-        RaiseDamage("the table definition in " + DescribePage(first) + " claims " + std::to_string(length) + " bytes");
-    CircleGuard<PageNumber> guard;
-    guard.RunsInCircle(first);
-    while (joined.size() < length) {
-        const PageNumber next = LoadU32(page->bytes, kDefinitionNextPage);
-        if (next == 0)
-            RaiseDamage("the table definition in " + DescribePage(first) + " lacks its last pages");
-        if (guard.RunsInCircle(next))
-            RaiseDamage("the pages of the table definition in " + DescribePage(first) + " run in a circle");
-        page = pager.Read(next, PageKind::kDefinition, kWhat);
-        joined.insert(joined.end(), page->bytes.begin() + kDefinitionPageHeader, page->bytes.end());
-    }
-    joined.resize(length);
-    return joined;
-}
-
 // The definition of one real index, before the logical indexes give it a name.
 struct RealIndex {
     std::vector<IndexColumn> columns;
@@ -277,9 +254,33 @@ private:
 
 }  // namespace
 
+StoredDefinition ReadStoredDefinition(Pager& pager, PageNumber first) {
+    constexpr std::string_view kWhat = "table definition";
+    PagePtr page = pager.Read(first, PageKind::kDefinition, kWhat);
+    StoredDefinition stored{.pages = {first}, .bytes = page->bytes};
+    std::vector<std::uint8_t>& joined = stored.bytes;
+    const std::size_t length = LoadU32(joined, pager.format().definition.length);
+    if (length < pager.format().definition.statistics || length > pager.size())
+        RaiseDamage("the table definition in " + DescribePage(first) + " claims " + std::to_string(length) + " bytes");
+    CircleGuard<PageNumber> guard;
+    guard.RunsInCircle(first);
+    while (joined.size() < length) {
+        const PageNumber next = LoadU32(page->bytes, kDefinitionNextPage);
+        if (next == 0)
+            RaiseDamage("the table definition in " + DescribePage(first) + " lacks its last pages");
+        if (guard.RunsInCircle(next))
+            RaiseDamage("the pages of the table definition in " + DescribePage(first) + " run in a circle");
+        page = pager.Read(next, PageKind::kDefinition, kWhat);
+        stored.pages.push_back(next);
+        joined.insert(joined.end(), page->bytes.begin() + kDefinitionPageHeader, page->bytes.end());
+    }
+    joined.resize(length);
+    return stored;
+}
+
 TableDefinition ReadDefinition(Pager& pager, PageNumber page) {
-    const std::vector<std::uint8_t> joined = JoinPages(pager, page);
-    return DefinitionParser(pager.format(), page, joined).Parse();
+    const StoredDefinition stored = ReadStoredDefinition(pager, page);
+    return DefinitionParser(pager.format(), page, stored.bytes).Parse();
 }
 
 }  // namespace ledgix::jet

@@ -7,8 +7,11 @@ namespace {
 constexpr Format kJet3{
     .generation = Generation::kJet3,
     .page_size = 2048,
+    .longest_file = 1U << 30,
     .character_size = 1,
     .new_map_size = 133,
+    .longest_inside_value = 32,
+    .longest_value_row = 2036,
     .header = {.masked_size = 126,
                .password_size = 20,
                .password_masked_by_date = false,
@@ -76,8 +79,11 @@ constexpr Format kJet3{
 constexpr Format kJet4{
     .generation = Generation::kJet4,
     .page_size = 4096,
+    .longest_file = 1U << 31,
     .character_size = 2,
     .new_map_size = 69,
+    .longest_inside_value = 64,
+    .longest_value_row = 4076,
     .header = {.masked_size = 128,
                .password_size = 40,
                .password_masked_by_date = true,

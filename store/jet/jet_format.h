@@ -231,8 +231,11 @@ struct HeaderLayout {
 struct Format {
     Generation generation;
     std::size_t page_size;
-    std::size_t character_size;  // of names, and of text that is not compressed
-    std::size_t new_map_size;    // bytes of a usage map when it is made
+    std::uint64_t longest_file;
+    std::size_t character_size;        // of names, and of text that is not compressed
+    std::size_t new_map_size;          // bytes of a usage map when it is made
+    std::size_t longest_inside_value;  // bytes of a long value that are kept in the row
+    std::size_t longest_value_row;     // bytes of a row on a page of long values
     HeaderLayout header;
     DataPageLayout data_page;
     DefinitionLayout definition;

@@ -26,17 +26,6 @@ std::vector<runtime::Variant> InColumnOrder(const TableDefinition& table, const 
     return values;
 }
 
-// Memo and OLE columns by number.
-std::vector<Column*> LongColumns(TableDefinition& table) {
-    std::vector<Column*> columns;
-    for (Column& column : table.columns) {
-        if (IsLongValue(column.type))
-            columns.push_back(&column);
-    }
-    std::sort(columns.begin(), columns.end(), [](const Column* a, const Column* b) { return a->number < b->number; });
-    return columns;
-}
-
 // The indexes in the order of their trees. System tables have one index to a tree.
 std::vector<Index*> RealIndexes(TableDefinition& table) {
     std::vector<Index*> indexes;
@@ -106,9 +95,9 @@ private:
     void PlaceTable(TableDefinition& table) {
         table.owned_map = AddMap();
         table.free_space_map = AddMap();
-        for (Column* column : LongColumns(table)) {
-            column->owned_map = AddMap();
-            column->free_space_map = AddMap();
+        for (const std::size_t column : LongColumns(table)) {
+            table.columns[column].owned_map = AddMap();
+            table.columns[column].free_space_map = AddMap();
         }
         for (Index* index : RealIndexes(table)) {
             if (MapsAreApart(table))

@@ -34,6 +34,7 @@ bool RowReader::Load(const DataPage& page, std::uint8_t slot) {
         return false;
     id_ = {.page = page.number(), .slot = slot};
     std::fill(charged_columns_.begin(), charged_columns_.end(), false);
+    moves_.clear();
     const Bytes row = page.row(slot);
     if ((flags & kSlotPointer) != 0) {
         FollowPointers(row);
@@ -50,6 +51,7 @@ void RowReader::FollowPointers(Bytes pointer) {
         if (pointer.size() < kRowPointerSize)
             RaiseDamage(Describe(place) + " is too short for the pointer to where it moved");
         place = LoadRowPointer(pointer, 0);
+        moves_.push_back(place);
         page_ = DataPage(file_.pager(), place.page, table_.page, kWhat);
         if (place.slot >= page_.slot_count() || page_.flags(place.slot) == kSlotDeleted || page_.flags(place.slot) == 0)
             RaiseDamage(Describe(id_) + " moved to " + Describe(place) + ", where no row is hidden");
@@ -60,6 +62,13 @@ void RowReader::FollowPointers(Bytes pointer) {
         }
     }
     RaiseDamage(Describe(id_) + " moved, and the pointers to it do not end");
+}
+
+std::optional<Bytes> RowReader::Stored(std::size_t column_position) const {
+    const Column& column = table_.columns[column_position];
+    if (column.type != ColumnType::kBoolean)
+        return StoredBytes(column);
+    return row_.Bit(column.number) ? std::optional(Bytes()) : std::nullopt;
 }
 
 bool RowReader::IsNull(std::size_t column_position) const {

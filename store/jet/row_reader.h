@@ -34,6 +34,13 @@ public:
     RowId id() const { return id_; }
     bool IsNull(std::size_t column_position) const;
 
+    // The bytes that the row holds of a column, good until the next Load; none for null, and for a boolean that is
+    // false.
+    std::optional<Bytes> Stored(std::size_t column_position) const;
+
+    // The places that the row moved through, the last one holding its bytes; none when it is at home.
+    const std::vector<RowId>& moves() const { return moves_; }
+
     // The value in table.columns[column_position]; Null for null. Text and memo give std::string, OLE and unknown
     // types Binary.
     runtime::Variant Value(std::size_t column_position);
@@ -49,6 +56,7 @@ private:
     RowShape shape_;
     DataPage page_;  // keeps the bytes of row_
     RowId id_;
+    std::vector<RowId> moves_;
     RowView row_;
     LongValueReader long_values_;
     std::uint64_t charged_ = 0;          // bytes of long values since the last Load(RowId)

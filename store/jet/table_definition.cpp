@@ -50,6 +50,17 @@ bool IsLongValue(ColumnType type) {
     return type == ColumnType::kMemo || type == ColumnType::kOle;
 }
 
+std::vector<std::size_t> LongColumns(const TableDefinition& table) {
+    std::vector<std::size_t> positions;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (IsLongValue(table.columns[i].type))
+            positions.push_back(i);
+    }
+    std::sort(positions.begin(), positions.end(),
+              [&](std::size_t a, std::size_t b) { return table.columns[a].number < table.columns[b].number; });
+    return positions;
+}
+
 std::optional<std::size_t> TableDefinition::FindColumn(std::string_view name) const {
     return PositionOf(columns, [&](const Column& column) { return runtime::EqualsIgnoringCase(column.name, name); });
 }

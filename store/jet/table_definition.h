@@ -112,4 +112,7 @@ struct TableDefinition {
     const Index* PrimaryKey() const;
 };
 
+// The positions of memo and OLE columns, by column number.
+std::vector<std::size_t> LongColumns(const TableDefinition& table);
+
 }  // namespace ledgix::jet

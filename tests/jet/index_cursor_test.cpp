@@ -7,6 +7,7 @@
 
 #include "byte_order.h"
 #include "database_builder.h"
+#include "forwarding_file.h"
 #include "hex.h"
 #include "index_check.h"
 #include "jet_test.h"
@@ -20,19 +21,17 @@ using jet::Generation;
 using runtime::Variant;
 
 // Notes which pages are read.
-class WatchedFile : public jet::PageFile {
+class WatchedFile : public ForwardingFile {
 public:
     WatchedFile(std::vector<std::uint8_t> content, std::size_t& reads)
-        : file_(jet::MakeMemoryFile(std::move(content))), reads_(reads) {}
+        : ForwardingFile(jet::MakeMemoryFile(std::move(content))), reads_(reads) {}
 
-    std::uint64_t size() const override { return file_->size(); }
     void Read(std::uint64_t offset, std::span<std::uint8_t> into) override {
         ++reads_;
-        file_->Read(offset, into);
+        ForwardingFile::Read(offset, into);
     }
 
 private:
-    std::unique_ptr<jet::PageFile> file_;
     std::size_t& reads_;
 };
 
