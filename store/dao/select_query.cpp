@@ -2,35 +2,21 @@
 
 #include <algorithm>
 #include <numeric>
-#include <set>
-#include <string>
 #include <utility>
 #include <vector>
 
-#include "database_file.h"
-#include "key_lookup.h"
-#include "row_reader.h"
-#include "runtime_error.h"
-#include "table_scan.h"
-#include "text.h"
+#include "column_binder.h"
+#include "field_mapping.h"
+#include "matching_rows.h"
+#include "row_source.h"
+#include "schema_cache.h"
+#include "table_definition.h"
 
 namespace ledgix::dao {
 
 namespace {
 
-using runtime::ErrorNumber;
 using runtime::Variant;
-
-Field FieldOf(const jet::Column& column) {
-    Field field;
-    field.name = column.name;
-    field.type = static_cast<FieldType>(column.type);
-    field.size = column.type == jet::ColumnType::kText ? static_cast<int>(column.Characters()) : column.length;
-    field.attributes = column.fixed ? kFixedField : kVariableField;
-    if (column.autonumber)
-        field.attributes |= kAutoIncrementField;
-    return field;
-}
 
 // The type of a calculated field, as far as the expression itself tells.
 FieldType TypeOf(const Expression& expression) {
@@ -50,56 +36,6 @@ FieldType TypeOf(const Expression& expression) {
     return unary && unary->op == UnaryOperator::kMinus ? kDouble : kBoolean;
 }
 
-// The current row of a scan or of a reader of single rows.
-template <class Reader>
-class ReaderRow : public Row {
-public:
-    explicit ReaderRow(Reader& reader) : reader_(reader) {}
-    Variant Value(std::size_t position) const override { return reader_.Value(position); }
-
-private:
-    Reader& reader_;
-};
-
-// Ties the column names of a statement to the columns of its table.
-class Binder {
-public:
-    Binder(const jet::TableDefinition& table, const SelectStatement& statement)
-        : table_(table), statement_(statement) {}
-
-    void Bind(Expression& expression) {
-        VisitColumns(expression, [this](ColumnName& column) { BindColumn(column); });
-    }
-
-    // Jet takes a name that it does not know for a parameter without a value.
-    void CheckAllFound() const {
-        if (unknown_.empty())
-            return;
-        std::string names;
-        for (const std::string& name : unknown_)
-            names += (names.empty() ? "" : ", ") + name;
-        runtime::RaiseEngineError(
-            ErrorNumber::kTooFewParameters,
-            "Too few parameters. Expected " + std::to_string(unknown_.size()) + ". No column is named " + names + ".");
-    }
-
-private:
-    void BindColumn(ColumnName& column) {
-        const bool this_table = column.table.empty() || runtime::EqualsIgnoringCase(column.table, statement_.alias) ||
-                                runtime::EqualsIgnoringCase(column.table, statement_.table);
-        const std::optional<std::size_t> position =
-            this_table ? table_.FindColumn(column.name) : std::optional<std::size_t>();
-        if (position)
-            column.position = *position;
-        else
-            unknown_.insert(column.table.empty() ? column.name : column.table + "." + column.name);
-    }
-
-    const jet::TableDefinition& table_;
-    const SelectStatement& statement_;
-    std::set<std::string, runtime::LessIgnoringCase> unknown_;
-};
-
 void AddAllColumns(SelectStatement& statement, const jet::TableDefinition& table) {
     for (const jet::Column& column : table.columns) {
         SelectItem item;
@@ -110,7 +46,7 @@ void AddAllColumns(SelectStatement& statement, const jet::TableDefinition& table
 }
 
 void BindAll(SelectStatement& statement, const jet::TableDefinition& table) {
-    Binder binder(table, statement);
+    ColumnBinder binder(table, statement.table, statement.alias);
     for (SelectItem& item : statement.items)
         binder.Bind(*item.expression);
     if (statement.where)
@@ -135,83 +71,70 @@ Collection<Field> ResultFields(const SelectStatement& statement, const jet::Tabl
     return Collection<Field>(std::move(fields));
 }
 
-// Rows one behind the other, `width` values each.
-struct RowList {
-    std::vector<Variant> values;
-    std::size_t width = 0;
-    std::size_t count = 0;
-};
-
-// The rows that fulfil the condition, and their sort keys.
+// The rows that fulfil the condition; values and sort keys one row behind the other.
 struct Selection {
-    RowList rows;
-    RowList keys;
+    std::vector<jet::RowId> ids;
+    std::vector<Variant> values;
+    std::vector<Variant> keys;
 };
-
-void AddIfHolds(const SelectStatement& statement, const Row& row, Selection& selection) {
-    if (statement.where && !Holds(*statement.where, row))
-        return;
-    for (const SelectItem& item : statement.items)
-        selection.rows.values.push_back(Evaluate(*item.expression, row));
-    for (const OrderKey& key : statement.order)
-        selection.keys.values.push_back(Evaluate(*key.expression, row));
-    ++selection.rows.count;
-}
 
 Selection Select(jet::DatabaseFile& file, const jet::TableDefinition& table, const SelectStatement& statement) {
-    Selection selection{{{}, statement.items.size(), 0}, {{}, statement.order.size(), 0}};
-    const auto found = statement.where ? LookUpByKey(file, table, *statement.where) : std::nullopt;
-    if (found) {
-        jet::RowReader reader(file, table);
-        const ReaderRow row(reader);
-        for (const jet::RowId& id : *found)
-            if (reader.Load(id))
-                AddIfHolds(statement, row, selection);
-        return selection;
-    }
-    jet::TableScan scan(file, table);
-    for (const ReaderRow row(scan); scan.Next();)
-        AddIfHolds(statement, row, selection);
+    Selection selection;
+    VisitMatchingRows(file, table, statement.where.get(), [&](jet::RowId id, const Row& row) {
+        for (const SelectItem& item : statement.items)
+            selection.values.push_back(Evaluate(*item.expression, row));
+        for (const OrderKey& key : statement.order)
+            selection.keys.push_back(Evaluate(*key.expression, row));
+        selection.ids.push_back(id);
+    });
     return selection;
 }
 
-RowList Sorted(RowList rows, const RowList& keys, const std::vector<OrderKey>& order) {
-    std::vector<std::size_t> sequence(rows.count);
+// The numbers of the rows in the order of their keys.
+std::vector<std::size_t> SortedSequence(const Selection& selection, const std::vector<OrderKey>& order) {
+    std::vector<std::size_t> sequence(selection.ids.size());
     std::iota(sequence.begin(), sequence.end(), std::size_t{0});
     std::stable_sort(sequence.begin(), sequence.end(), [&](std::size_t a, std::size_t b) {
         for (std::size_t k = 0; k < order.size(); ++k) {
-            const int comparison = CompareForSort(keys.values[a * keys.width + k], keys.values[b * keys.width + k]);
+            const int comparison =
+                CompareForSort(selection.keys[a * order.size() + k], selection.keys[b * order.size() + k]);
             if (comparison != 0)
                 return order[k].descending ? comparison > 0 : comparison < 0;
         }
         return false;
     });
-    RowList sorted{{}, rows.width, rows.count};
-    sorted.values.reserve(rows.values.size());
-    for (const std::size_t row : sequence)
-        for (std::size_t i = 0; i < rows.width; ++i)
-            sorted.values.push_back(std::move(rows.values[row * rows.width + i]));
+    return sequence;
+}
+
+Selection Sorted(Selection selection, const SelectStatement& statement) {
+    const std::size_t width = statement.items.size();
+    Selection sorted;
+    sorted.ids.reserve(selection.ids.size());
+    sorted.values.reserve(selection.values.size());
+    for (const std::size_t row : SortedSequence(selection, statement.order)) {
+        sorted.ids.push_back(selection.ids[row]);
+        for (std::size_t i = 0; i < width; ++i)
+            sorted.values.push_back(std::move(selection.values[row * width + i]));
+    }
     return sorted;
 }
 
 }  // namespace
 
-Collection<Field> FieldsOf(const jet::TableDefinition& table) {
-    std::vector<Field> fields;
-    for (const jet::Column& column : table.columns)
-        fields.push_back(FieldOf(column));
-    return Collection<Field>(std::move(fields));
-}
-
-std::unique_ptr<Recordset> RunSelect(jet::DatabaseFile& file, const jet::TableDefinition& table,
-                                     SelectStatement statement, RecordsetType type) {
+std::unique_ptr<Recordset> RunSelect(SchemaCache& schema, std::shared_ptr<const jet::TableDefinition> table,
+                                     SelectStatement statement, RecordsetType type, bool updatable) {
     if (statement.items.empty())
-        AddAllColumns(statement, table);
-    BindAll(statement, table);
-    auto [rows, keys] = Select(file, table, statement);
+        AddAllColumns(statement, *table);
+    BindAll(statement, *table);
+    Selection selection = Select(schema.file(), *table, statement);
     if (!statement.order.empty())
-        rows = Sorted(std::move(rows), keys, statement.order);
-    return std::make_unique<Recordset>(type, ResultFields(statement, table), std::move(rows.values), rows.count);
+        selection = Sorted(std::move(selection), statement);
+    Collection<Field> fields = ResultFields(statement, *table);
+    if (!updatable)
+        return std::make_unique<Recordset>(type, std::move(fields), std::move(selection.values), selection.ids.size());
+    auto source = std::make_unique<RowSource>(schema, statement.table, std::move(table), std::move(statement.items));
+    return std::make_unique<Recordset>(type, std::move(fields), std::move(selection.values), std::move(selection.ids),
+                                       std::move(source));
 }
 
 }  // namespace ledgix::dao

@@ -1,6 +1,7 @@
 #include "sql_expression.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "conversions.h"
@@ -105,7 +106,8 @@ public:
         }
         if (IsNull(value))
             return Null{};
-        if (const auto* whole = std::get_if<std::int32_t>(&value))
+        const auto* whole = std::get_if<std::int32_t>(&value);
+        if (whole && *whole != std::numeric_limits<std::int32_t>::min())
             return -*whole;
         return -runtime::ToDouble(value);
     }

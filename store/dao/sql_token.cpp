@@ -2,10 +2,9 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "conversions.h"
-#include "date_time.h"
+#include "date_text.h"
 #include "runtime_error.h"
 #include "text.h"
 
@@ -128,58 +127,16 @@ private:
         return name;
     }
 
-    // #month/day/year#, #year-month-day#, either with a time, or a time alone.
     runtime::Variant TakeDate() {
         const std::size_t end = statement_.find('#', at_ + 1);
         if (end == std::string_view::npos)
             RaiseSyntax("a date does not end", statement_.substr(at_));
         const std::string text(statement_.substr(at_ + 1, end - at_ - 1));
-        const std::optional<runtime::Date> date = ParseDate(text);
+        const std::optional<runtime::Date> date = ParseDateText(text);
         if (!date)
             RaiseSyntax("there is no such date", statement_.substr(at_));
         at_ = end + 1;
         return *date;
-    }
-
-    static std::optional<runtime::Date> ParseDate(const std::string& text) {
-        if (const std::optional<runtime::Date> iso = runtime::ParseIso8601(text))
-            return iso;
-        runtime::CivilTime time;
-        int used = 0;
-        if (std::sscanf(text.c_str(), " %2d/%2d/%4d%n", &time.month, &time.day, &time.year, &used) != 3) {
-            time = {};
-            used = 0;
-        }
-        // Two digits of a year stand for 1930 to 2029.
-        if (used > 0 && time.year < 100)
-            time.year += time.year < 30 ? 2000 : 1900;
-        if (!ParseTime(text.substr(static_cast<std::size_t>(used)), used == 0, time))
-            return std::nullopt;
-        try {
-            return runtime::ToDate(time);
-        } catch (const runtime::RuntimeError&) {
-            return std::nullopt;
-        }
-    }
-
-    // Blanks, or h:mm[:ss] with AM or PM behind. False when the text is something else.
-    static bool ParseTime(const std::string& text, bool needed, runtime::CivilTime& time) {
-        if (text.find_first_not_of(' ') == std::string::npos)
-            return !needed;
-        int used = 0;
-        if (std::sscanf(text.c_str(), " %2d:%2d%n", &time.hour, &time.minute, &used) != 2)
-            return false;
-        int more = 0;
-        if (std::sscanf(text.c_str() + used, ":%2d%n", &time.second, &more) == 1)
-            used += more;
-        std::string half = runtime::FoldCase(text.substr(static_cast<std::size_t>(used)));
-        std::erase(half, ' ');
-        if (half.empty())
-            return true;
-        if ((half != "am" && half != "pm") || time.hour < 1 || time.hour > 12)
-            return false;
-        time.hour = time.hour % 12 + (half == "pm" ? 12 : 0);
-        return true;
     }
 
     std::string TakeSymbol() {

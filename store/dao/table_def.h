@@ -1,9 +1,9 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "dao_constants.h"
@@ -12,26 +12,47 @@
 
 namespace ledgix::dao {
 
+// Equal for names that differ in case only.
+inline std::uint32_t NameHash(std::string_view name) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            continue;
+        const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        hash = (hash ^ static_cast<unsigned char>(lower)) * 16777619U;
+    }
+    return hash;
+}
+
 // A list of named things, found by position from 0 or by name in any case.
 template <class Item>
 class Collection {
 public:
     Collection() = default;
-    explicit Collection(std::vector<Item> items) : items_(std::move(items)) {}
+    explicit Collection(std::vector<Item> items) {
+        for (Item& item : items)
+            Append(std::move(item));
+    }
+
+    void Append(Item item) {
+        hashes_.push_back(NameHash(item.name));
+        items_.push_back(std::move(item));
+    }
 
     std::size_t Count() const { return items_.size(); }
     auto begin() const { return items_.begin(); }
     auto end() const { return items_.end(); }
 
-    bool Contains(std::string_view name) const { return Find(name) != items_.end(); }
+    bool Contains(std::string_view name) const { return Find(name) < items_.size(); }
 
     // Errors: 3265 when the collection holds no such item.
-    const Item& operator[](std::string_view name) const {
-        const auto found = Find(name);
-        if (found == items_.end())
+    std::size_t PositionOf(std::string_view name) const {
+        const std::size_t position = Find(name);
+        if (position == items_.size())
             RaiseNotFound(std::string(name));
-        return *found;
+        return position;
     }
+    const Item& operator[](std::string_view name) const { return items_[PositionOf(name)]; }
     const Item& operator[](std::size_t position) const {
         if (position >= items_.size())
             RaiseNotFound(std::to_string(position));
@@ -39,9 +60,17 @@ public:
     }
 
 private:
-    auto Find(std::string_view name) const {
-        return std::find_if(items_.begin(), items_.end(),
-                            [&](const Item& item) { return runtime::EqualsIgnoringCase(item.name, name); });
+    // The number of items when there is none.
+    std::size_t Find(std::string_view name) const {
+        const std::uint32_t hash = NameHash(name);
+        std::size_t position = 0;
+        while (position < items_.size() && (hashes_[position] != hash || !IsNamed(items_[position], name)))
+            ++position;
+        return position;
+    }
+
+    static bool IsNamed(const Item& item, std::string_view name) {
+        return item.name == name || runtime::EqualsIgnoringCase(item.name, name);
     }
 
     [[noreturn]] static void RaiseNotFound(const std::string& item) {
@@ -49,6 +78,7 @@ private:
     }
 
     std::vector<Item> items_;
+    std::vector<std::uint32_t> hashes_;  // of their names
 };
 
 // A column of a table, or of a query's result.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "date_time.h"
 #include "error_of.h"
 #include "sql_parser.h"
@@ -22,6 +24,15 @@ public:
 Variant Value(const std::string& expression) {
     const SelectStatement select = ParseSelect("select * from t where " + expression);
     return Evaluate(*select.where, NoRow());
+}
+
+TEST(SqlExpression, TheSmallestLongHasANegative) {
+    class SmallestLong : public Row {
+    public:
+        Variant Value(std::size_t) const override { return std::numeric_limits<std::int32_t>::min(); }
+    };
+    const SelectStatement select = ParseSelect("select -n from t");
+    EXPECT_EQ(Evaluate(*select.items[0].expression, SmallestLong()), Variant(2147483648.0));
 }
 
 TEST(SqlExpression, NumbersCompareWhateverTheirType) {
