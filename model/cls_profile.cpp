@@ -2,11 +2,14 @@
 
 #include <span>
 
+#include "clock.h"
 #include "conversions.h"
 #include "dao_constants.h"
 #include "database.h"
+#include "date_time.h"
 #include "message_box.h"
 #include "record_number.h"
+#include "resume_next.h"
 
 namespace ledgix::model {
 
@@ -23,6 +26,12 @@ void LoadAmounts(clsProfile& profile, const dao::Recordset& row, std::span<const
     for (const ProfileAmount& amount : amounts)
         profile.*amount.member = runtime::ToDouble(store::NullToValue(row[amount.column], 0.0));
 }
+
+// The order of the table's columns.
+constexpr auto kHouseholdExpenses = std::span(kExpenseAmounts).first<2>();
+constexpr auto kOtherExpenses = std::span(kExpenseAmounts).last<9>();
+constexpr std::array<std::span<const ProfileAmount>, 5> kAmountsInSavedOrder{
+    kHouseholdExpenses, kIncomeAmounts, kOtherExpenses, kAssetAmounts, kLiabilityAmounts};
 
 }  // namespace
 
@@ -48,6 +57,58 @@ void clsProfile::Load(const dao::Recordset& row) {
     LoadAmounts(*this, row, kLiabilityAmounts);
     LastModified = runtime::ToDate(store::NullToValue(row["last_modified"], 0.0));
     Saved = true;
+}
+
+void clsProfile::Save() {
+    const auto statement = [](auto&& step) {
+        runtime::ResumeNext(step, [](const runtime::RuntimeError& error) { ShowError(error, "clsProfile-Save"); });
+    };
+    const runtime::Date now = runtime::ToDate(runtime::SystemTime().Now());
+    store::ClosingRecordset row;
+    std::string sql = "select * from profiles where profilenumber = " + runtime::ToText(ProfileNumber);
+    store::DataCreateSet(row.get(), sql, dao::kOpenDynaset, dao::kNoOptions);
+    if (!store::DataIsEmpty(row.get()) && ProfileNumber != 0) {
+        statement([&] { row->Edit(); });
+    } else {
+        if (!Saved)
+            ClearLeftovers();
+        statement([&] { row->AddNew(); });
+        statement([&] { row->Set("profilenumber", ProfileNumber); });
+    }
+    statement([&] { row->Set("profile_name", ProfileName); });
+    for (const std::span<const ProfileAmount> amounts : kAmountsInSavedOrder)
+        for (const ProfileAmount& amount : amounts)
+            statement([&] { row->Set(amount.column, this->*amount.member); });
+    statement([&] { row->Set("last_modified", now); });
+    LastModified = now;
+    Saved = true;
+    statement([&] { row->Update(); });
+}
+
+// Properties of a deleted profile stay in the file, and its number may be given again; those of this one that were
+// saved before it are not among them.
+void clsProfile::ClearLeftovers() const {
+    std::string sql = "delete from profileproperty where profilenumber = " + runtime::ToText(ProfileNumber);
+    for (std::size_t i = 1; i <= properties_.Count(); ++i) {
+        if (properties_[i].Saved)
+            sql += " and propertynumber <> " + runtime::ToText(properties_[i].PropertyNumber);
+    }
+    store::ExecuteSQL(sql);
+}
+
+void clsProfile::Delete() const {
+    std::string sql = "delete from profiles where ProfileNumber = " + runtime::ToText(ProfileNumber);
+    store::ExecuteSQL(sql);
+}
+
+void clsProfile::RemoveProperty(std::size_t position) {
+    Property(position).Delete();
+    properties_.Remove(position);
+}
+
+void clsProfile::RemoveProperty(std::string_view key) {
+    Property(key).Delete();
+    properties_.Remove(key);
 }
 
 void clsProfile::ReloadProfile() {

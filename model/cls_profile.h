@@ -58,6 +58,14 @@ public:
     // values that do not fit.
     void Load(const dao::Recordset& row);
 
+    // Writes the profile's row, and LastModified with it; a new row where there is none, or the number is 0. Each
+    // statement that fails shows a message box, and the next one follows. A profile that is new in the database takes
+    // over no properties of a former one with its number.
+    void Save();
+
+    // Removes the profile's row, and that only.
+    void Delete() const;
+
     // Reads the profile's row and its properties afresh. An error ends it in a message box.
     void ReloadProfile();
 
@@ -76,7 +84,13 @@ public:
     std::size_t PropertyCount() const { return properties_.Count(); }
     const KeyedCollection<clsProperty>& Properties() const { return properties_; }
 
+    // Deletes the property's row, then forgets the property. Errors as of Property, before anything is deleted.
+    void RemoveProperty(std::size_t position);
+    void RemoveProperty(std::string_view key);
+
 private:
+    void ClearLeftovers() const;
+
     KeyedCollection<clsProperty> properties_;
     std::int32_t highest_property_ = 0;
 };

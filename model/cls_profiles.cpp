@@ -25,6 +25,16 @@ clsProfile& clsProfiles::AddItem() {
     return AddItem(number);
 }
 
+void clsProfiles::Remove(std::size_t position) {
+    Item(position).Delete();
+    profiles_.Remove(position);
+}
+
+void clsProfiles::Remove(std::string_view key) {
+    Item(key).Delete();
+    profiles_.Remove(key);
+}
+
 void clsProfiles::Load() {
     try {
         profiles_.Clear();

@@ -25,6 +25,10 @@ public:
     std::size_t Count() const { return profiles_.Count(); }
     const KeyedCollection<clsProfile>& Profiles() const { return profiles_; }
 
+    // Deletes the profile's row, then forgets the profile. Errors as of Item, before anything is deleted.
+    void Remove(std::size_t position);
+    void Remove(std::string_view key);
+
     // Replaces the content by every row of Profiles, in the database's order; the highest number seen stays. An error
     // ends it in a message box; what was loaded so far stays. Properties are not loaded.
     void Load();

@@ -3,7 +3,9 @@
 #include <cmath>
 
 #include "conversions.h"
+#include "dao_constants.h"
 #include "database.h"
+#include "error_log.h"
 #include "rounding.h"
 
 namespace ledgix::model {
@@ -60,6 +62,57 @@ void clsProperty::Load(const dao::Recordset& row) {
     Fees = number("ExpFees");
     Repairs = number("ExpRepair");
     Saved = true;
+}
+
+void clsProperty::Save() {
+    const bool saved_before = Saved;
+    try {
+        WriteRow();
+    } catch (const runtime::RuntimeError& error) {
+        Saved = saved_before;
+        services::DatabaseErrorHandler("clsProperty-Save", error);
+    }
+}
+
+void clsProperty::WriteRow() {
+    store::ClosingRecordset row;
+    std::string sql = "select * from profileproperty where profilenumber = " + runtime::ToText(ProfileNumber) +
+                      " and propertynumber = " + runtime::ToText(PropertyNumber);
+    store::DataCreateSet(row.get(), sql, dao::kOpenDynaset, dao::kNoOptions);
+    if (!store::DataEOF(row.get()) && PropertyNumber != 0) {
+        row->Edit();
+    } else {
+        row->AddNew();
+        row->Set("profilenumber", ProfileNumber);
+        row->Set("propertynumber", PropertyNumber);
+    }
+    row->Set("propertyname", PropertyName);
+    row->Set("PurchasePrice", PurchasePrice);
+    row->Set("PurchaseCosts", PurchaseCosts);
+    row->Set("DepositValue", DepositValue);
+    row->Set("MortgageRate", MortgageRate);
+    row->Set("Rates", Rates);
+    row->Set("InterestOnly", InterestOnly);
+    row->Set("RentIncome", RentIncome);
+    row->Set("OtherCosts", OtherCosts);
+    row->Set("Insurance", Insurance);
+    row->Set("MortgageTerm", MortgageTerm);
+    row->Set("InflationRate", InflationRate);
+    row->Set("HouseValue", HouseValue);
+    row->Set("HouseDepn", HouseDepn);
+    row->Set("ChattelDepn", ChattelDepn);
+    row->Set("ChattelValue", ChattelValue);
+    row->Set("ExpRepair", Repairs);
+    row->Set("ExpFees", Fees);
+    row->Set("PriceIncreases", PriceIncreases);
+    Saved = true;
+    row->Update();
+}
+
+void clsProperty::Delete() const {
+    std::string sql = "delete from profileproperty where ProfileNumber = " + runtime::ToText(ProfileNumber) +
+                      " and propertynumber = " + runtime::ToText(PropertyNumber);
+    store::ExecuteSQL(sql);
 }
 
 // Monthly payment ((q - 1) L) / (1 - q^-n) with the monthly factor q, the mortgage L and n months.

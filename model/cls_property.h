@@ -38,6 +38,13 @@ public:
     // values that do not fit. A Null name reads as empty.
     void Load(const dao::Recordset& row);
 
+    // Writes the property's row; a new one where there is none, or the number is 0. An error ends it and goes to the
+    // error log; the object keeps its values.
+    void Save();
+
+    // Removes the row of both numbers.
+    void Delete() const;
+
     // What is borrowed: price and costs less the deposit.
     double MortgageValue() const { return PurchaseCosts + PurchasePrice - DepositValue; }
 
@@ -51,6 +58,9 @@ public:
     double MortgageCost();
 
     YearlyRecords records{};
+
+private:
+    void WriteRow();
 };
 
 }  // namespace ledgix::model

@@ -44,6 +44,19 @@ public:
         return *items_[found->second];
     }
 
+    // Errors as of the operators above.
+    void Remove(std::size_t position) {
+        static_cast<void>((*this)[position]);
+        std::erase_if(positions_, [&](const auto& entry) { return entry.second == position - 1; });
+        for (auto& entry : positions_)
+            entry.second -= entry.second >= position ? 1U : 0U;
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(position - 1));
+    }
+    void Remove(std::string_view key) {
+        static_cast<void>((*this)[key]);
+        Remove(positions_.find(key)->second + 1);
+    }
+
     // The keys in the order of the items.
     std::vector<std::string> Keys() const {
         std::vector<std::string> keys(items_.size());

@@ -1,13 +1,20 @@
 #include "tax_module.h"
 
 #include <cmath>
+#include <memory>
+#include <string>
 
 #include "conversions.h"
 #include "dao_constants.h"
+#include "dao_transaction.h"
 #include "database.h"
+#include "error_log.h"
+#include "resume_next.h"
 #include "rounding.h"
 
 namespace ledgix::model {
+
+bool TaxRatesSeeded = false;
 
 namespace {
 
@@ -19,7 +26,32 @@ void OpenTaxRates(store::ClosingRecordset& rows, std::string sql) {
     store::DataCreateSet(rows.get(), sql, dao::kOpenDynaset, dao::kDenyWrite + dao::kDenyRead);
 }
 
+void InsertDefaultTaxRates() {
+    const std::unique_ptr<dao::Transaction> change = store::BeginChange();
+    for (const char* statement :
+         {"insert into tax_rates(upper, rate) values(38000,19.5)",
+          "insert into tax_rates(upper, rate) values(60000,33)", "insert into tax_rates(upper, rate) values(0,39)"}) {
+        std::string sql = statement;
+        store::ExecuteSQL(sql);
+    }
+    const auto commit = [&] {
+        if (change)
+            change->Commit();
+    };
+    TaxRatesSeeded = runtime::ResumeNext(
+        commit, [](const runtime::RuntimeError& error) { services::DatabaseErrorHandler("Execute SQL", error); });
+}
+
 }  // namespace
+
+void CheckDefaultTaxRates() {
+    store::ClosingRecordset rows;
+    OpenTaxRates(rows, "select * from tax_rates order by upper");
+    if (!store::DataIsEmpty(rows.get()))
+        return;
+    store::DataClose(rows.get());
+    InsertDefaultTaxRates();
+}
 
 double IncomeTax(double income, const TaxTable& table) {
     const double amount = std::abs(income);

@@ -27,6 +27,12 @@ double IncomeTax(double income, const TaxTable& table);
 // The brackets of the table Tax_Rates. Of several top rows (upper = 0) the first counts. Error 94 for a Null rate.
 TaxTable LoadTaxTable();
 
+// Set when CheckDefaultTaxRates has filled the table, until the user has been asked to look at it.
+extern bool TaxRatesSeeded;
+
+// Fills an empty Tax_Rates with three brackets: 19.5 % to 38,000, 33 % to 60,000 and 39 % above. All or none.
+void CheckDefaultTaxRates();
+
 // IncomeTax with the brackets as they are in the database now.
 double CalculateIncomeTax(double Income);
 

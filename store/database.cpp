@@ -6,6 +6,7 @@
 #include "error_log.h"
 #include "files.h"
 #include "message_box.h"
+#include "resume_next.h"
 #include "runtime_error.h"
 #include "sql_quotes.h"
 
@@ -64,6 +65,21 @@ void DataCreateSet(RecordsetPtr& recordset, std::string& sql, std::int16_t type,
     });
 }
 
+void ExecuteSQL(std::string& sql) {
+    Trapped("Execute SQL", [&] {
+        FixSQLQuotes(sql);
+        OpenedDatabase().Execute(sql);
+        return true;
+    });
+}
+
+std::unique_ptr<dao::Transaction> BeginChange() {
+    std::unique_ptr<dao::Transaction> change;
+    const auto begin = [&] { change = std::make_unique<dao::Transaction>(OpenedDatabase()); };
+    runtime::ResumeNext(begin, [](const runtime::RuntimeError&) {});
+    return change;
+}
+
 bool DataEOF(const RecordsetPtr& recordset) {
     return Trapped("Data EOF", [&] { return !recordset || recordset->Eof(); });
 }
@@ -90,6 +106,10 @@ void DataClose(RecordsetPtr& recordset) {
 
 runtime::Variant NullToValue(const runtime::Variant& value, const runtime::Variant& fallback) {
     return runtime::IsNull(value) ? fallback : value;
+}
+
+dao::Recordset* ClosingRecordset::operator->() const {
+    return &Set(recordset_);
 }
 
 const runtime::Variant& ClosingRecordset::operator[](std::string_view field) const {

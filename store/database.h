@@ -5,6 +5,7 @@
 #include <string>
 
 #include "dao_database.h"
+#include "dao_transaction.h"
 #include "recordset.h"
 #include "variant.h"
 #include "workspace.h"
@@ -30,6 +31,13 @@ void OpenDatabaseFile(const std::string& path);
 // Rewrites `sql` by FixSQLQuotes and opens a recordset on it. Leaves `recordset` as it was when that fails.
 void DataCreateSet(RecordsetPtr& recordset, std::string& sql, std::int16_t type, std::int16_t options);
 
+// Rewrites `sql` by FixSQLQuotes and runs it.
+void ExecuteSQL(std::string& sql);
+
+// Makes what follows one change of the file, until the result is committed or dropped; nothing where the database is not
+// open or may not be written, and then each statement stands for itself. Raises nothing.
+std::unique_ptr<dao::Transaction> BeginChange();
+
 // True for nothing and at the end. False when the test itself fails.
 bool DataEOF(const RecordsetPtr& recordset);
 
@@ -53,6 +61,8 @@ public:
     ClosingRecordset& operator=(const ClosingRecordset&) = delete;
 
     RecordsetPtr& get() { return recordset_; }
+    // Error 91 when there is no recordset.
+    dao::Recordset* operator->() const;
     // The value of a field of the current row. Error 91 when there is no recordset.
     const runtime::Variant& operator[](std::string_view field) const;
 

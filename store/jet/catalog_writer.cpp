@@ -1,6 +1,7 @@
 #include "catalog_writer.h"
 
-#include <map>
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,10 +89,14 @@ Owners FindOwners(DatabaseFile& file, const SystemTableAccess& objects) {
     return owners;
 }
 
-// What users and groups may do with a new table.
-std::map<Binary, std::int32_t> InheritedRights(DatabaseFile& file, const SystemTableAccess& rights,
-                                               const Owners& owners) {
-    std::map<Binary, std::int32_t> inherited;
+struct Right {
+    Binary holder;  // a user or group
+    std::int32_t mask = 0;
+};
+
+// What users and groups may do with a new table; each appears once.
+std::vector<Right> InheritedRights(DatabaseFile& file, const SystemTableAccess& rights, const Owners& owners) {
+    std::vector<Right> inherited;
     const std::size_t object = rights.Column("ObjectId");
     const std::size_t identifier = rights.Column("SID");
     const std::size_t mask = rights.Column("ACM");
@@ -99,8 +104,14 @@ std::map<Binary, std::int32_t> InheritedRights(DatabaseFile& file, const SystemT
     for (TableScan scan(file, rights.table()); scan.Next();) {
         if (Get<std::int32_t>(scan, object) != kTablesContainer || !Get<bool>(scan, inheritable))
             continue;
-        const Binary holder = Get<Binary>(scan, identifier);
-        inherited[holder == owners.creator ? owners.owner : holder] |= Get<std::int32_t>(scan, mask);
+        Binary holder = Get<Binary>(scan, identifier);
+        if (holder == owners.creator)
+            holder = owners.owner;
+        auto found = std::find_if(inherited.begin(), inherited.end(),
+                                  [&](const Right& right) { return right.holder == holder; });
+        if (found == inherited.end())
+            found = inherited.insert(found, {.holder = holder});
+        found->mask |= Get<std::int32_t>(scan, mask);
     }
     return inherited;
 }
@@ -121,8 +132,8 @@ void RegisterTable(DatabaseFile& file, PageNumber definition_page, std::string_v
                     {"DateUpdate", now},
                     {"Owner", owners.owner},
                     {"Flags", std::int32_t{0}}});
-    for (const auto& [holder, mask] : InheritedRights(file, rights, owners))
-        rights.Insert({{"ObjectId", id}, {"SID", holder}, {"ACM", mask}, {"FInheritable", false}});
+    for (const Right& right : InheritedRights(file, rights, owners))
+        rights.Insert({{"ObjectId", id}, {"SID", right.holder}, {"ACM", right.mask}, {"FInheritable", false}});
 }
 
 }  // namespace ledgix::jet
