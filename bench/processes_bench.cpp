@@ -5,16 +5,13 @@
 namespace {
 
 using ledgix::bench::Command;
-using ledgix::bench::Comparison;
 
 constexpr int kRounds = 300;
+constexpr int kWarmUpRounds = 5;
 
-void Compare(const char* what, const Command& ours, const char* peer_name, const Command& peer) {
-    const Comparison result = ledgix::bench::RunSideBySide(ours, peer, kRounds);
-    std::printf("%-44s median %7.3f ms   fastest %7.3f ms\n", what, result.ours.median, result.ours.fastest);
-    std::printf("%-44s median %7.3f ms   fastest %7.3f ms\n", peer_name, result.peer.median, result.peer.fastest);
-    std::printf("%-44s median %7.2f      fastest %7.2f\n\n", "ratio", result.ours.median / result.peer.median,
-                result.ours.fastest / result.peer.fastest);
+void Compare(const std::string& what, const Command& ours, const std::string& peer_name, const Command& peer) {
+    using namespace ledgix::bench;
+    Print(what, peer_name, RunSideBySide(Process(ours), Process(peer), kRounds, kWarmUpRounds));
 }
 
 Command Report(const char* kind) {

@@ -16,9 +16,7 @@ namespace ledgix::bench {
 
 namespace {
 
-constexpr int kWarmUpRuns = 5;
-
-double RunOnce(const Command& command) {
+void RunProcess(const Command& command) {
     std::vector<char*> argv;
     for (const std::string& word : command)
         argv.push_back(const_cast<char*>(word.c_str()));
@@ -26,7 +24,6 @@ double RunOnce(const Command& command) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    const auto start = std::chrono::steady_clock::now();
     pid_t child = 0;
     int status = 0;
     const bool started = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ) == 0;
@@ -34,9 +31,17 @@ double RunOnce(const Command& command) {
         std::fprintf(stderr, "cannot run %s\n", argv[0]);
         std::exit(1);
     }
-    const auto end = std::chrono::steady_clock::now();
     posix_spawn_file_actions_destroy(&actions);
-    return std::chrono::duration<double, std::milli>(end - start).count();
+}
+
+double Time(const Action& action) {
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+void PrintTimes(const std::string& name, const Times& times) {
+    std::printf("%-48s median %9.3f ms   fastest %9.3f ms\n", name.c_str(), times.median, times.fastest);
 }
 
 Times Summary(std::vector<double> times) {
@@ -46,18 +51,30 @@ Times Summary(std::vector<double> times) {
 
 }  // namespace
 
-Comparison RunSideBySide(const Command& ours, const Command& peer, int rounds) {
-    for (int run = 0; run < kWarmUpRuns; ++run) {
-        RunOnce(ours);
-        RunOnce(peer);
+Action Process(const Command& command) {
+    return [command] { RunProcess(command); };
+}
+
+Comparison RunSideBySide(const Action& ours, const Action& peer, int rounds, int warm_up_rounds) {
+    for (int run = 0; run < warm_up_rounds; ++run) {
+        ours();
+        peer();
     }
     std::vector<double> our_times;
     std::vector<double> peer_times;
     for (int round = 0; round < rounds; ++round) {
-        our_times.push_back(RunOnce(ours));
-        peer_times.push_back(RunOnce(peer));
+        our_times.push_back(Time(ours));
+        peer_times.push_back(Time(peer));
     }
     return {Summary(our_times), Summary(peer_times)};
+}
+
+void Print(const std::string& our_name, const std::string& peer_name, const Comparison& comparison) {
+    PrintTimes(our_name, comparison.ours);
+    PrintTimes(peer_name, comparison.peer);
+    std::printf("%-48s median %9.2f      fastest %9.2f\n\n", "ratio", comparison.ours.median / comparison.peer.median,
+                comparison.ours.fastest / comparison.peer.fastest);
+    std::fflush(stdout);
 }
 
 }  // namespace ledgix::bench

@@ -1,26 +1,34 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace ledgix::bench {
 
-// Wall-clock times of one command, in milliseconds.
+// Wall-clock times of one action, in milliseconds.
 struct Times {
     double median = 0;
     double fastest = 0;
 };
 
-// Our command and its peer.
+// Our action and its peer.
 struct Comparison {
     Times ours;
     Times peer;
 };
 
+using Action = std::function<void()>;
 using Command = std::vector<std::string>;
 
-// Runs both commands in turns, so that whatever else the machine does falls on both alike; output goes nowhere.
-// The first runs of each are not counted. Ends the program when a command cannot be run or fails.
-Comparison RunSideBySide(const Command& ours, const Command& peer, int rounds);
+// The run of a whole process whose output goes nowhere. Ends the program when it cannot be run or fails.
+Action Process(const Command& command);
+
+// Runs both in turns, so that whatever else the machine does falls on both alike. The first runs of each are not
+// counted.
+Comparison RunSideBySide(const Action& ours, const Action& peer, int rounds, int warm_up_rounds);
+
+// Prints the times of both and their ratio.
+void Print(const std::string& our_name, const std::string& peer_name, const Comparison& comparison);
 
 }  // namespace ledgix::bench

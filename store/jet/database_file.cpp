@@ -122,26 +122,20 @@ void DatabaseFile::WriteChanges() {
     PageFile& file = pager_.file();
     RollbackJournal* journal = sharing_.journal();
     const FileStamp before = file.Stamp();
-    if (journal != nullptr) {
-        std::vector<PageNumber> overwritten;
-        for (const PagePtr& page : pages) {
-            if (page->number < pager_.page_count_before())
-                overwritten.push_back(page->number);
-        }
-        journal->Write(file, format().page_size, pager_.page_count_before(), overwritten);
-    }
+    if (journal != nullptr)
+        journal->Write(file, pager_.page_count_before(), pages);
     try {
         WritePages(pages);
         file.Touch(before);
         file.Sync();
-        if (journal != nullptr)
-            journal->Finish();
     } catch (...) {
         // What can't be undone now is undone at the next opening.
         if (journal != nullptr)
-            runtime::ResumeNext([&] { journal->PlayBack(file); }, [](const runtime::RuntimeError&) {});
+            runtime::ResumeNext([&] { journal->Undo(file); }, [](const runtime::RuntimeError&) {});
         throw;
     }
+    if (journal != nullptr)
+        journal->Discard();
     stamp_ = file.Stamp();
 }
 

@@ -83,7 +83,7 @@ void FileSharing::LockToWrite() {
         return;
     try {
         const FileStamp before = file_.Stamp();
-        journal_->PlayBack(file_);
+        journal_->Recover(file_);
         file_.Touch(before);
     } catch (const runtime::RuntimeError&) {
         Unlock();

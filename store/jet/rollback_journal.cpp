@@ -6,6 +6,7 @@
 
 #include "byte_order.h"
 #include "files.h"
+#include "resume_next.h"
 #include "runtime_error.h"
 
 namespace ledgix::jet {
@@ -17,10 +18,12 @@ using ByteList = std::vector<std::uint8_t>;
 constexpr std::uint8_t kMark[8]{'L', 'G', 'X', 'J', 'R', 'N', 'L', '1'};
 constexpr std::size_t kPageSizeAt = 8;
 constexpr std::size_t kPageCountAt = 12;
-constexpr std::size_t kKeptCountAt = 16;
+constexpr std::size_t kChangedCountAt = 16;
+constexpr std::size_t kKeptCountAt = 20;
 constexpr std::size_t kChecksumAt = 24;
 constexpr std::size_t kHeaderSize = 32;
-constexpr std::size_t kNumberSize = 4;
+constexpr std::size_t kEntrySize = 12;
+constexpr std::size_t kEntryChecksumAt = 4;
 
 std::string RealPath(const std::string& path) {
     std::error_code ignored;
@@ -41,29 +44,85 @@ std::uint64_t Mix(std::uint64_t sum, Bytes bytes) {
     return sum;
 }
 
-std::uint64_t Checksum(Bytes journal) {
-    constexpr std::uint64_t kStart = 0xCBF29CE484222325;
-    return Mix(Mix(kStart, journal.first(kChecksumAt)), journal.subspan(kHeaderSize));
+constexpr std::uint64_t kChecksumStart = 0xCBF29CE484222325;
+
+std::uint64_t ChecksumOf(Bytes journal) {
+    return Mix(Mix(kChecksumStart, journal.first(kChecksumAt)), journal.subspan(kHeaderSize));
 }
 
-// What a complete journal says.
-struct KeptState {
-    std::size_t page_size = 0;
-    std::uint64_t page_count = 0;
-    std::size_t kept_count = 0;
+// A complete journal, taken apart.
+class KeptState {
+public:
+    explicit KeptState(Bytes journal) : journal_(journal) {
+        if (journal.size() < kHeaderSize || !std::equal(std::begin(kMark), std::end(kMark), journal.begin()))
+            return;
+        page_size_ = LoadU32(journal, kPageSizeAt);
+        page_count_ = LoadU32(journal, kPageCountAt);
+        changed_count_ = LoadU32(journal, kChangedCountAt);
+        kept_count_ = LoadU32(journal, kKeptCountAt);
+        complete_ = journal.size() == kHeaderSize + changed_count_ * kEntrySize + kept_count_ * page_size_ &&
+                    kept_count_ <= changed_count_ && page_size_ != 0 &&
+                    LoadU64(journal, kChecksumAt) == ChecksumOf(journal);
+    }
 
-    std::size_t EntrySize() const { return kNumberSize + page_size; }
+    bool IsComplete() const { return complete_; }
+
+    // Whether the database has the new content of every page.
+    bool IsIn(PageFile& database) const {
+        const std::uint64_t size = database.size();
+        ByteList page(page_size_);
+        for (std::size_t i = 0; i < changed_count_; ++i) {
+            const std::uint64_t offset = std::uint64_t{NumberAt(i)} * page_size_;
+            if (offset + page_size_ > size)
+                return false;
+            database.Read(offset, page);
+            if (LoadU64(journal_, EntryAt(i) + kEntryChecksumAt) != Mix(kChecksumStart, page))
+                return false;
+        }
+        return true;
+    }
+
+    void WriteTo(PageFile& database) const {
+        for (std::size_t i = 0; i < kept_count_; ++i) {
+            const std::size_t at = kHeaderSize + changed_count_ * kEntrySize + i * page_size_;
+            database.Write(std::uint64_t{NumberAt(i)} * page_size_, journal_.subspan(at, page_size_));
+        }
+        database.Resize(std::uint64_t{page_count_} * page_size_);
+    }
+
+private:
+    static std::size_t EntryAt(std::size_t i) { return kHeaderSize + i * kEntrySize; }
+    PageNumber NumberAt(std::size_t i) const { return LoadU32(journal_, EntryAt(i)); }
+
+    Bytes journal_;
+    std::size_t page_size_ = 0;
+    PageNumber page_count_ = 0;
+    std::size_t changed_count_ = 0;
+    std::size_t kept_count_ = 0;
+    bool complete_ = false;
 };
 
-bool ReadState(Bytes journal, KeptState& state) {
-    if (journal.size() < kHeaderSize || !std::equal(std::begin(kMark), std::end(kMark), journal.begin()))
-        return false;
-    state.page_size = LoadU32(journal, kPageSizeAt);
-    state.page_count = LoadU32(journal, kPageCountAt);
-    state.kept_count = LoadU32(journal, kKeptCountAt);
-    return (journal.size() - kHeaderSize) / state.EntrySize() == state.kept_count &&
-           (journal.size() - kHeaderSize) % state.EntrySize() == 0 &&
-           LoadU64(journal, kChecksumAt) == Checksum(journal);
+// The pages ascend, so those kept stand before the new ones.
+ByteList MakeJournal(PageFile& database, PageNumber page_count, const std::vector<PagePtr>& pages) {
+    const std::size_t page_size = pages.front()->bytes.size();
+    const auto is_old = [&](const PagePtr& page) { return page->number < page_count; };
+    const auto kept = static_cast<std::size_t>(std::count_if(pages.begin(), pages.end(), is_old));
+    ByteList journal(kHeaderSize + pages.size() * kEntrySize + kept * page_size);
+    std::copy(std::begin(kMark), std::end(kMark), journal.begin());
+    StoreLittle(journal, kPageSizeAt, static_cast<std::uint32_t>(page_size));
+    StoreLittle(journal, kPageCountAt, page_count);
+    StoreLittle(journal, kChangedCountAt, static_cast<std::uint32_t>(pages.size()));
+    StoreLittle(journal, kKeptCountAt, static_cast<std::uint32_t>(kept));
+    std::size_t at = kHeaderSize;
+    for (const PagePtr& page : pages) {
+        StoreLittle(journal, at, page->number);
+        StoreLittle(journal, at + kEntryChecksumAt, Mix(kChecksumStart, page->bytes));
+        at += kEntrySize;
+    }
+    for (std::size_t i = 0; i < kept; ++i, at += page_size)
+        database.Read(std::uint64_t{pages[i]->number} * page_size, std::span(journal).subspan(at, page_size));
+    StoreLittle(journal, kChecksumAt, ChecksumOf(journal));
+    return journal;
 }
 
 }  // namespace
@@ -71,71 +130,46 @@ bool ReadState(Bytes journal, KeptState& state) {
 RollbackJournal::RollbackJournal(FileSystem& files, const std::string& database_path)
     : files_(files), database_path_(RealPath(database_path)), path_(database_path_ + ".journal") {}
 
-void RollbackJournal::Write(PageFile& database, std::size_t page_size, PageNumber page_count,
-                            const std::vector<PageNumber>& pages) {
-    ByteList content(kHeaderSize + pages.size() * (kNumberSize + page_size));
-    std::copy(std::begin(kMark), std::end(kMark), content.begin());
-    StoreLittle(content, kPageSizeAt, static_cast<std::uint32_t>(page_size));
-    StoreLittle(content, kPageCountAt, page_count);
-    StoreLittle(content, kKeptCountAt, static_cast<std::uint32_t>(pages.size()));
-    std::size_t at = kHeaderSize;
-    for (const PageNumber page : pages) {
-        StoreLittle(content, at, page);
-        database.Read(std::uint64_t{page} * page_size, std::span(content).subspan(at + kNumberSize, page_size));
-        at += kNumberSize + page_size;
-    }
-    StoreLittle(content, kChecksumAt, Checksum(content));
+void RollbackJournal::Write(PageFile& database, PageNumber page_count_before, const std::vector<PagePtr>& pages) {
+    const ByteList content = MakeJournal(database, page_count_before, pages);
     try {
-        journal_ = files_.Create(path_, database_path_);
-        journal_->Write(0, content);
-        journal_->Sync();
+        const std::unique_ptr<PageFile> journal = files_.Create(path_, database_path_);
+        journal->Write(0, content);
+        journal->Sync();
         files_.SyncFolderOf(path_);
-    } catch (const runtime::RuntimeError&) {
+    } catch (...) {
         Discard();
         throw;
     }
 }
 
-void RollbackJournal::Finish() {
-    constexpr std::uint8_t kDone[sizeof kMark]{};
-    try {
-        journal_->Write(0, kDone);
-        journal_->Sync();
-    } catch (const runtime::RuntimeError&) {
-        journal_->Write(0, kMark);
-        throw;
-    }
-    Discard();
-}
-
-// A journal that stays where it is does no harm: it is not complete, or the file has the content that it describes.
+// A journal that stays where it is does no harm: it is not complete, or its change is, or nothing has changed.
 void RollbackJournal::Discard() {
-    journal_.reset();
-    try {
-        files_.Remove(path_);
-    } catch (const runtime::RuntimeError&) {
+    runtime::ResumeNext([this] { files_.Remove(path_); }, [](const runtime::RuntimeError&) {});
+}
+
+void RollbackJournal::Undo(PageFile& database) {
+    Restore(database, true);
+}
+
+void RollbackJournal::Recover(PageFile& database) {
+    Restore(database, false);
+}
+
+// A change that is all there may still be on its way to the disk, so that has to be waited for too.
+void RollbackJournal::Restore(PageFile& database, bool even_if_complete) {
+    {
+        const std::unique_ptr<PageFile> journal = files_.Open(path_, OpenMode::kRead);
+        ByteList content(journal->size());
+        journal->Read(0, content);
+        const KeptState kept(content);
+        if (kept.IsComplete()) {
+            if (even_if_complete || !kept.IsIn(database))
+                kept.WriteTo(database);
+            database.Sync();
+        }
     }
-}
-
-void RollbackJournal::PlayBack(PageFile& database) {
-    journal_.reset();
-    if (Exists() && Restore(database))
-        database.Sync();
     files_.Remove(path_);
-}
-
-bool RollbackJournal::Restore(PageFile& database) {
-    const std::unique_ptr<PageFile> journal = files_.Open(path_, OpenMode::kRead);
-    ByteList content(journal->size());
-    journal->Read(0, content);
-    KeptState state;
-    if (!ReadState(content, state))
-        return false;
-    for (std::size_t at = kHeaderSize; at < content.size(); at += state.EntrySize())
-        database.Write(std::uint64_t{LoadU32(content, at)} * state.page_size,
-                       Bytes(content).subspan(at + kNumberSize, state.page_size));
-    database.Resize(state.page_count * state.page_size);
-    return true;
 }
 
 }  // namespace ledgix::jet
