@@ -147,6 +147,14 @@ std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view source, Reco
     return recordset;
 }
 
+void Database::VisitRows(std::string_view source, const RowVisitor& visit) {
+    SelectStatement statement = ToStatement(source, kOpenForwardOnly);
+    const jet::TableLock reading(*file_, statement.table, jet::TableUse::kRead);
+    const jet::ReadAccess access(*file_);
+    const auto table = schema_->Definition(QueriedTable(statement.table).DefinitionPage());
+    VisitSelected(*file_, *table, std::move(statement), visit);
+}
+
 std::size_t Database::Execute(std::string_view statement) {
     ActionStatement action = ParseAction(statement);
     const std::string table = std::visit([](const auto& one) { return one.table; }, action);

@@ -44,6 +44,10 @@ public:
     std::unique_ptr<Recordset> OpenRecordset(std::string_view source, RecordsetType type = kOpenDynaset,
                                              std::int16_t options = kNoOptions);
 
+    // Hands out the rows that a recordset on `source` would have, one by one and without keeping them. The file is held
+    // for reading meanwhile, so `visit` must not change it. Errors as of OpenRecordset, and those of `visit`.
+    void VisitRows(std::string_view source, const RowVisitor& visit);
+
     // Runs an insert, update or delete statement: whole or, when it fails, not at all. The result is the number of
     // rows that it touched. Errors: those of ParseAction and RunAction, 3078 no such table, 3251 a linked table, 3027
     // a system table or a file that may not be written.

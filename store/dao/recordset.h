@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -112,5 +114,8 @@ private:
     std::optional<OpenEdit> edit_;
     std::vector<std::unique_ptr<jet::TableLock>> locks_;
 };
+
+// Takes the rows of a result one by one: the fields, the same ones each time, and the values of the row.
+using RowVisitor = std::function<void(const Collection<Field>& fields, std::span<const runtime::Variant> values)>;
 
 }  // namespace ledgix::dao

@@ -78,11 +78,16 @@ struct Selection {
     std::vector<Variant> keys;
 };
 
+Variant ValueOf(const SelectItem& item, const Row& row) {
+    const auto* column = std::get_if<ColumnName>(&item.expression->node);
+    return column ? row.Value(column->position) : Evaluate(*item.expression, row);
+}
+
 Selection Select(jet::DatabaseFile& file, const jet::TableDefinition& table, const SelectStatement& statement) {
     Selection selection;
     VisitMatchingRows(file, table, statement.where.get(), [&](jet::RowId id, const Row& row) {
         for (const SelectItem& item : statement.items)
-            selection.values.push_back(Evaluate(*item.expression, row));
+            selection.values.push_back(ValueOf(item, row));
         for (const OrderKey& key : statement.order)
             selection.keys.push_back(Evaluate(*key.expression, row));
         selection.ids.push_back(id);
@@ -119,13 +124,36 @@ Selection Sorted(Selection selection, const SelectStatement& statement) {
     return sorted;
 }
 
+void Prepare(SelectStatement& statement, const jet::TableDefinition& table) {
+    if (statement.items.empty())
+        AddAllColumns(statement, table);
+    BindAll(statement, table);
+}
+
 }  // namespace
+
+void VisitSelected(jet::DatabaseFile& file, const jet::TableDefinition& table, SelectStatement statement,
+                   const RowVisitor& visit) {
+    Prepare(statement, table);
+    const Collection<Field> fields = ResultFields(statement, table);
+    const std::size_t width = statement.items.size();
+    if (!statement.order.empty()) {
+        const Selection sorted = Sorted(Select(file, table, statement), statement);
+        for (std::size_t start = 0; start < sorted.values.size(); start += width)
+            visit(fields, std::span(sorted.values).subspan(start, width));
+        return;
+    }
+    std::vector<Variant> values(width);
+    VisitMatchingRows(file, table, statement.where.get(), [&](jet::RowId, const Row& row) {
+        for (std::size_t i = 0; i < width; ++i)
+            values[i] = ValueOf(statement.items[i], row);
+        visit(fields, values);
+    });
+}
 
 std::unique_ptr<Recordset> RunSelect(SchemaCache& schema, std::shared_ptr<const jet::TableDefinition> table,
                                      SelectStatement statement, RecordsetType type, bool updatable) {
-    if (statement.items.empty())
-        AddAllColumns(statement, *table);
-    BindAll(statement, *table);
+    Prepare(statement, *table);
     Selection selection = Select(schema.file(), *table, statement);
     if (!statement.order.empty())
         selection = Sorted(std::move(selection), statement);

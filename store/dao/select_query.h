@@ -5,6 +5,11 @@
 #include "recordset.h"
 #include "sql_parser.h"
 
+namespace ledgix::jet {
+class DatabaseFile;
+struct TableDefinition;
+}  // namespace ledgix::jet
+
 namespace ledgix::dao {
 
 class SchemaCache;
@@ -14,5 +19,9 @@ class SchemaCache;
 // column of the table.
 std::unique_ptr<Recordset> RunSelect(SchemaCache& schema, std::shared_ptr<const jet::TableDefinition> table,
                                      SelectStatement statement, RecordsetType type, bool updatable);
+
+// Hands out the same rows in the same order. Unless they are sorted, none is kept.
+void VisitSelected(jet::DatabaseFile& file, const jet::TableDefinition& table, SelectStatement statement,
+                   const RowVisitor& visit);
 
 }  // namespace ledgix::dao
