@@ -1,6 +1,8 @@
+#include <algorithm>
+#include <functional>
 #include <map>
-#include <memory>
 #include <ostream>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,45 +30,65 @@ std::vector<std::string> HeldColumns(dao::Database& database, const store::Schem
     return names;
 }
 
-// The rows of one table, one member after the other.
+// Hands out the rows of one table; there are none where the file lacks the table.
 class TableReader {
 public:
-    TableReader(dao::Database& database, const store::SchemaTable& table) : columns_(HeldColumns(database, table)) {
+    TableReader(dao::Database& database, const store::SchemaTable& table)
+        : database_(database), table_(table.name), columns_(HeldColumns(database, table)) {}
+
+    // Leaves out columns of this name when members are made.
+    void LeaveOut(std::string_view column) { left_out_ = column; }
+
+    // Each member stands on a line of its own that starts with `indent`.
+    void Indent(const std::string& indent) {
+        for (const std::string& column : columns_) {
+            const bool first =
+                std::all_of(starts_.begin(), starts_.end(), [](const auto& start) { return start.empty(); });
+            std::string start = first ? "" : ",\n";
+            start += indent + "\"" + column + "\": ";
+            starts_.push_back(column == left_out_ ? "" : start);
+        }
+    }
+
+    void Visit(const std::function<void(std::span<const runtime::Variant> values)>& visit) const {
         if (columns_.empty())
             return;
         std::string list;
         for (const std::string& column : columns_)
             list += (list.empty() ? "[" : ", [") + column + "]";
-        rows_ = database.OpenRecordset("select " + list + " from [" + std::string(table.name) + "]",
-                                       dao::kOpenForwardOnly, dao::kReadOnly);
+        database_.VisitRows("select " + list + " from [" + table_ + "]",
+                            [&](const auto&, std::span<const runtime::Variant> values) { visit(values); });
     }
-
-    bool AtRow() const { return rows_ && !rows_->Eof(); }
-    void Next() { rows_->MoveNext(); }
 
     // Null where the column is missing.
-    runtime::Variant Value(std::string_view column) const {
-        return rows_->fields().Contains(column) ? (*rows_)[column] : runtime::Variant(runtime::Null{});
+    runtime::Variant Value(std::string_view column, std::span<const runtime::Variant> values) const {
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            if (columns_[i] == column)
+                return values[i];
+        }
+        return runtime::Null{};
     }
 
-    // "name": value for every column but `left_out`, each on a line of its own that starts with `indent`.
-    std::string Members(const std::string& indent, std::string_view left_out = {}) const {
-        std::string text;
+    // "name": value for every column that is not left out.
+    void AppendMembers(std::string& json, std::span<const runtime::Variant> values) const {
         for (std::size_t i = 0; i < columns_.size(); ++i) {
-            if (columns_[i] == left_out)
+            if (starts_[i].empty())
                 continue;
-            text += (text.empty() ? "" : ",\n") + indent + "\"" + columns_[i] + "\": " + JsonText((*rows_)[i]);
+            json += starts_[i];
+            AppendJson(json, values[i]);
         }
-        return text;
     }
 
 private:
+    dao::Database& database_;
+    std::string table_;
     std::vector<std::string> columns_;
-    std::unique_ptr<dao::Recordset> rows_;
+    std::vector<std::string> starts_;  // what stands before the value of a column
+    std::string_view left_out_;
 };
 
 // What precedes the next element of a list: the first one follows the bracket directly.
-std::string Separator(bool& first) {
+const char* Separator(bool& first) {
     return std::exchange(first, false) ? "\n" : ",\n";
 }
 
@@ -77,25 +99,35 @@ struct PropertyList {
 
 // The elements of the member `properties`, by the number of the profile.
 std::map<std::int32_t, PropertyList> PropertiesByProfile(dao::Database& database) {
+    TableReader rows(database, store::ProfilePropertyTable());
+    rows.LeaveOut(kOwner);
+    rows.Indent("     ");
     std::map<std::int32_t, PropertyList> lists;
-    for (TableReader rows(database, store::ProfilePropertyTable()); rows.AtRow(); rows.Next()) {
-        PropertyList& list = lists[runtime::ToInt32(rows.Value(kOwner))];
-        list.elements += (list.count++ == 0 ? "\n" : ",\n");
-        list.elements += "    {\n" + rows.Members("     ", kOwner) + "\n    }";
-    }
+    rows.Visit([&](std::span<const runtime::Variant> values) {
+        PropertyList& list = lists[runtime::ToInt32(rows.Value(kOwner, values))];
+        list.elements += list.count++ == 0 ? "\n    {\n" : ",\n    {\n";
+        rows.AppendMembers(list.elements, values);
+        list.elements += "\n    }";
+    });
     return lists;
 }
 
 void ExportProfiles(dao::Database& database, std::ostream& out, std::ostream& err) {
     std::map<std::int32_t, PropertyList> properties = PropertiesByProfile(database);
+    TableReader rows(database, store::ProfilesTable());
+    rows.Indent("   ");
     bool first = true;
     out << " \"profiles\": [";
-    for (TableReader rows(database, store::ProfilesTable()); rows.AtRow(); rows.Next()) {
-        const PropertyList list = std::move(properties[runtime::ToInt32(rows.Value(kOwner))]);
-        properties.erase(runtime::ToInt32(rows.Value(kOwner)));
-        out << Separator(first) << "  {\n" << rows.Members("   ") << ",\n   \"properties\": [";
+    rows.Visit([&](std::span<const runtime::Variant> values) {
+        const auto found = properties.find(runtime::ToInt32(rows.Value(kOwner, values)));
+        const PropertyList list = found == properties.end() ? PropertyList() : std::move(found->second);
+        if (found != properties.end())
+            properties.erase(found);
+        std::string members;
+        rows.AppendMembers(members, values);
+        out << Separator(first) << "  {\n" << members << ",\n   \"properties\": [";
         out << list.elements << (list.count == 0 ? "]" : "\n   ]") << "\n  }";
-    }
+    });
     out << (first ? "]" : "\n ]");
     std::size_t orphans = 0;
     for (const auto& [number, list] : properties)
@@ -105,10 +137,15 @@ void ExportProfiles(dao::Database& database, std::ostream& out, std::ostream& er
 }
 
 void ExportTaxRates(dao::Database& database, std::ostream& out) {
+    TableReader rows(database, store::TaxRatesTable());
+    rows.Indent("   ");
     bool first = true;
     out << " \"taxRates\": [";
-    for (TableReader rows(database, store::TaxRatesTable()); rows.AtRow(); rows.Next())
-        out << Separator(first) << "  {\n" << rows.Members("   ") << "\n  }";
+    rows.Visit([&](std::span<const runtime::Variant> values) {
+        std::string members;
+        rows.AppendMembers(members, values);
+        out << Separator(first) << "  {\n" << members << "\n  }";
+    });
     out << (first ? "]" : "\n ]");
 }
 

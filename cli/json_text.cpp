@@ -1,5 +1,6 @@
 #include "json_text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,41 +14,75 @@ namespace ledgix::cli {
 namespace {
 
 constexpr std::size_t kLongestNumber = 64;
+constexpr double kWholeNumbers = 1e15;  // below this, whole numbers are written digit by digit
 
+// In the shortest form that reads back the same.
 template <class Number>
-std::string Shortest(Number number) {
-    if constexpr (std::is_floating_point_v<Number>)
-        if (!std::isfinite(number))
-            return "null";
+void AppendNumber(std::string& json, Number number) {
     std::array<char, kLongestNumber> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-    return {buffer.data(), end};
+    char* const end = buffer.data() + buffer.size();
+    if constexpr (std::is_floating_point_v<Number>) {
+        if (!std::isfinite(number)) {
+            json += "null";
+            return;
+        }
+        const bool zero_with_sign = number == 0 && std::signbit(number);
+        if (std::abs(number) < kWholeNumbers && std::trunc(number) == number && !zero_with_sign) {
+            AppendNumber(json, static_cast<std::int64_t>(number));
+            return;
+        }
+    }
+    json.append(buffer.data(), std::to_chars(buffer.data(), end, number).ptr);
+}
+
+bool IsPlain(char character) {
+    return character >= ' ' && character < 0x7F && character != '"' && character != '\\';
+}
+
+void AppendText(std::string& json, std::string_view text) {
+    if (!std::all_of(text.begin(), text.end(), IsPlain)) {
+        json += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+        return;
+    }
+    json += '"';
+    json += text;
+    json += '"';
 }
 
 }  // namespace
 
+void AppendJson(std::string& json, const runtime::Variant& value) {
+    std::visit(
+        [&](const auto& held) {
+            using Held = std::decay_t<decltype(held)>;
+            if constexpr (std::is_same_v<Held, runtime::Null>)
+                json += "null";
+            else if constexpr (std::is_same_v<Held, bool>)
+                json += held ? "true" : "false";
+            else if constexpr (std::is_same_v<Held, std::uint8_t>)
+                AppendNumber(json, int{held});
+            else if constexpr (std::is_arithmetic_v<Held>)
+                AppendNumber(json, held);
+            else if constexpr (std::is_same_v<Held, runtime::Currency> || std::is_same_v<Held, runtime::Decimal>)
+                json += runtime::ToText(held);
+            else if constexpr (std::is_same_v<Held, std::string>)
+                AppendText(json, held);
+            else
+                AppendText(json, runtime::ToText(value));
+        },
+        value);
+}
+
 std::string JsonText(std::string_view text) {
-    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    std::string json;
+    AppendText(json, text);
+    return json;
 }
 
 std::string JsonText(const runtime::Variant& value) {
-    return std::visit(
-        [&](const auto& held) -> std::string {
-            using Held = std::decay_t<decltype(held)>;
-            if constexpr (std::is_same_v<Held, runtime::Null>)
-                return "null";
-            else if constexpr (std::is_same_v<Held, bool>)
-                return held ? "true" : "false";
-            else if constexpr (std::is_same_v<Held, std::uint8_t>)
-                return std::to_string(held);
-            else if constexpr (std::is_arithmetic_v<Held>)
-                return Shortest(held);
-            else if constexpr (std::is_same_v<Held, runtime::Currency> || std::is_same_v<Held, runtime::Decimal>)
-                return runtime::ToText(held);
-            else
-                return JsonText(std::string_view(runtime::ToText(value)));
-        },
-        value);
+    std::string json;
+    AppendJson(json, value);
+    return json;
 }
 
 }  // namespace ledgix::cli

@@ -12,4 +12,7 @@ namespace ledgix::cli {
 std::string JsonText(const runtime::Variant& value);
 std::string JsonText(std::string_view text);
 
+// The same, behind what `json` holds already.
+void AppendJson(std::string& json, const runtime::Variant& value);
+
 }  // namespace ledgix::cli
