@@ -36,6 +36,8 @@ RowEncoder::RowEncoder(const Format& format, const TableDefinition& table)
       fixed_size_(FixedPartSize(table)),
       variable_(table.variable_columns_ever),
       mask_((table.columns_ever + 7U) / 8) {
+    constexpr std::size_t kUsualRow = 512;
+    row_.reserve(kUsualRow);
     AppendSmall(row_, table_.columns_ever, format_.row.count_size);
     row_.resize(row_.size() + fixed_size_);
 }
@@ -53,7 +55,8 @@ void RowEncoder::Put(const Column& column, const runtime::Variant& value) {
     }
     if (IsLongValue(column.type))
         RaiseConversion(column);
-    PutStored(column, EncodeValue(format_, column, value));
+    EncodeValue(format_, column, value, stored_);
+    PutStored(column, stored_);
 }
 
 void RowEncoder::PutStored(const Column& column, Bytes stored) {

@@ -36,6 +36,7 @@ private:
     std::vector<std::uint8_t> row_;  // count and fixed part, then all of it
     std::vector<std::vector<std::uint8_t>> variable_;
     std::vector<std::uint8_t> mask_;
+    std::vector<std::uint8_t> stored_;  // of the value at hand
 };
 
 // The bytes of a row of a table without long values, or with Null in them. values[i] is that of table.columns[i].

@@ -12,6 +12,12 @@ namespace ledgix::jet {
 namespace {
 
 constexpr std::uint8_t kCompressed[]{0xFF, 0xFE};
+constexpr std::size_t kShortestCompressed = 3;  // characters
+
+// Not the zero byte, which compressed text has a use of its own for.
+bool IsAscii(char character) {
+    return character > 0 && static_cast<unsigned char>(character) < 0x80;
+}
 
 void AppendCodePoint(std::string& out, char32_t code_point) {
     if (code_point < 0x80)
@@ -68,8 +74,7 @@ std::string DecodeCodePage(Bytes stored) {
 }
 
 bool IsCompressible(std::u16string_view text) {
-    constexpr std::size_t kShortest = 3;
-    return text.size() >= kShortest &&
+    return text.size() >= kShortestCompressed &&
            std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x01 && unit <= 0xFF; });
 }
 
@@ -121,6 +126,11 @@ std::vector<std::uint8_t> EncodeText(const Format& format, std::string_view text
     constexpr char16_t kByteOrderMark = 0xFEFF;
     if (format.generation == Generation::kJet3)
         return EncodeCodePage(text);
+    if (may_be_compressed && text.size() >= kShortestCompressed && std::all_of(text.begin(), text.end(), IsAscii)) {
+        std::vector<std::uint8_t> stored(std::begin(kCompressed), std::end(kCompressed));
+        stored.insert(stored.end(), text.begin(), text.end());
+        return stored;
+    }
     const std::u16string units = runtime::ToUtf16(text);
     if (units.starts_with(kByteOrderMark))
         runtime::RaiseEngineError(runtime::ErrorNumber::kFeatureNotAvailable,

@@ -14,6 +14,8 @@ namespace ledgix::jet {
 
 namespace {
 
+using ByteList = std::vector<std::uint8_t>;
+
 constexpr std::uint8_t kNegative = 0x80;
 
 // Stored as u32, u16, u16 little-endian and 8 bytes.
@@ -34,26 +36,23 @@ runtime::Decimal DecodeNumeric(const Column& column, Bytes stored) {
     return number;
 }
 
-std::vector<std::uint8_t> EncodeGuid(const runtime::Guid& guid) {
-    std::vector<std::uint8_t> stored(guid.bytes.size());
+void EncodeGuid(const runtime::Guid& guid, ByteList& stored) {
+    stored.resize(guid.bytes.size());
     for (std::size_t i = 0; i < kStoredAt.size(); ++i)
         stored[kStoredAt[i]] = guid.bytes[i];
-    return stored;
 }
 
-std::vector<std::uint8_t> EncodeNumeric(const runtime::Decimal& number) {
-    std::vector<std::uint8_t> stored(FixedSize(ColumnType::kNumeric));
+void EncodeNumeric(const runtime::Decimal& number, ByteList& stored) {
+    stored.resize(FixedSize(ColumnType::kNumeric));
     stored[0] = number.negative ? kNegative : 0;
     for (std::size_t i = 0; i < number.magnitude.size(); ++i)
         StoreLittle(stored, 1 + 4 * i, number.magnitude[i]);
-    return stored;
 }
 
 template <typename Number>
-std::vector<std::uint8_t> EncodeLittle(Number number) {
-    std::vector<std::uint8_t> stored(sizeof number);
+void EncodeLittle(Number number, ByteList& stored) {
+    stored.resize(sizeof number);
     StoreLittle(stored, 0, number);
-    return stored;
 }
 
 // The value as the type that the column stores.
@@ -71,17 +70,17 @@ const Value& Expect(const Column& column, const runtime::Variant& value) {
         "The field '" + column.name + "' is too small to accept the amount of data you attempted to add.");
 }
 
-// The limit counts characters, however they are stored.
-std::vector<std::uint8_t> EncodeTextColumn(const Format& format, const Column& column, const std::string& text) {
-    if (EncodeName(format, text).size() > column.length)
+// The limit counts characters, however they are stored; a text has at least as many bytes here as characters.
+void EncodeTextColumn(const Format& format, const Column& column, const std::string& text, ByteList& stored) {
+    if (text.size() * format.character_size > column.length && EncodeName(format, text).size() > column.length)
         RaiseTooLong(column);
-    return EncodeText(format, text, column.compressed);
+    stored = EncodeText(format, text, column.compressed);
 }
 
-std::vector<std::uint8_t> EncodeBinary(const Column& column, const runtime::Binary& data) {
+void EncodeBinary(const Column& column, const runtime::Binary& data, ByteList& stored) {
     if (column.type == ColumnType::kBinary && data.size() > column.length)
         RaiseTooLong(column);
-    return data;
+    stored = data;
 }
 
 }  // namespace
@@ -119,32 +118,32 @@ runtime::Variant DecodeValue(const Format& format, const Column& column, Bytes s
     }
 }
 
-std::vector<std::uint8_t> EncodeValue(const Format& format, const Column& column, const runtime::Variant& value) {
+void EncodeValue(const Format& format, const Column& column, const runtime::Variant& value, ByteList& stored) {
     switch (column.type) {
         case ColumnType::kByte:
-            return {Expect<std::uint8_t>(column, value)};
+            return EncodeLittle(Expect<std::uint8_t>(column, value), stored);
         case ColumnType::kInt16:
-            return EncodeLittle(Expect<std::int16_t>(column, value));
+            return EncodeLittle(Expect<std::int16_t>(column, value), stored);
         case ColumnType::kInt32:
-            return EncodeLittle(Expect<std::int32_t>(column, value));
+            return EncodeLittle(Expect<std::int32_t>(column, value), stored);
         case ColumnType::kCurrency:
-            return EncodeLittle(Expect<runtime::Currency>(column, value).ten_thousandths);
+            return EncodeLittle(Expect<runtime::Currency>(column, value).ten_thousandths, stored);
         case ColumnType::kSingle:
-            return EncodeLittle(std::bit_cast<std::uint32_t>(Expect<float>(column, value)));
+            return EncodeLittle(std::bit_cast<std::uint32_t>(Expect<float>(column, value)), stored);
         case ColumnType::kDouble:
-            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<double>(column, value)));
+            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<double>(column, value)), stored);
         case ColumnType::kDate:
-            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<runtime::Date>(column, value).days));
+            return EncodeLittle(std::bit_cast<std::uint64_t>(Expect<runtime::Date>(column, value).days), stored);
         case ColumnType::kText:
-            return EncodeTextColumn(format, column, Expect<std::string>(column, value));
+            return EncodeTextColumn(format, column, Expect<std::string>(column, value), stored);
         case ColumnType::kGuid:
-            return EncodeGuid(Expect<runtime::Guid>(column, value));
+            return EncodeGuid(Expect<runtime::Guid>(column, value), stored);
         case ColumnType::kNumeric:
             if (Expect<runtime::Decimal>(column, value).scale != column.scale)
                 RaiseConversion(column);
-            return EncodeNumeric(std::get<runtime::Decimal>(value));
+            return EncodeNumeric(std::get<runtime::Decimal>(value), stored);
         default:
-            return EncodeBinary(column, Expect<runtime::Binary>(column, value));
+            return EncodeBinary(column, Expect<runtime::Binary>(column, value), stored);
     }
 }
 

@@ -14,9 +14,11 @@ namespace ledgix::jet {
 // numerics must have exactly the bytes of their type. Unknown types give Binary.
 runtime::Variant DecodeValue(const Format& format, const Column& column, Bytes stored);
 
-// The bytes of such a value, which is not Null. Error 3421 for a value of another type than the column's, or a numeric
-// of another scale; 3163 for a text or binary value that is longer than the column; see also EncodeText.
-std::vector<std::uint8_t> EncodeValue(const Format& format, const Column& column, const runtime::Variant& value);
+// Replaces `stored` by the bytes of such a value, which is not Null. Error 3421 for a value of another type than the
+// column's, or a numeric of another scale; 3163 for a text or binary value that is longer than the column; see also
+// EncodeText.
+void EncodeValue(const Format& format, const Column& column, const runtime::Variant& value,
+                 std::vector<std::uint8_t>& stored);
 
 // Error 3421: the value is none of the column's.
 [[noreturn]] void RaiseConversion(const Column& column);
