@@ -33,6 +33,7 @@ CommandMessages::~CommandMessages() {
 }
 
 runtime::MessageAnswer CommandMessages::Show(std::string_view text, int, std::string_view title) {
+    ++count_;
     if (!text.empty())
         err_ << title << ": " << text << "\n";
     return runtime::MessageAnswer::kOk;
@@ -40,6 +41,7 @@ runtime::MessageAnswer CommandMessages::Show(std::string_view text, int, std::st
 
 // A diagnosis starts with the number of the error.
 void CommandMessages::Write(std::string_view diagnosis) {
+    ++count_;
     err_ << "ledgix-cli: " << diagnosis << "\n";
     const double number = runtime::LeadingNumber(diagnosis.substr(0, diagnosis.find(' ')));
     file_error_ = file_error_ || IsFileError(static_cast<int>(number));

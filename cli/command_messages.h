@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <string_view>
 
@@ -22,11 +23,15 @@ public:
     runtime::MessageAnswer Show(std::string_view text, int style, std::string_view title) override;
     void Write(std::string_view diagnosis) override;
 
+    // Message boxes that were to be shown so far, empty ones too, and diagnoses.
+    std::size_t Count() const { return count_; }
+
     // The data layer has trapped a file error.
     bool FileErrorSeen() const { return file_error_; }
 
 private:
     std::ostream& err_;
+    std::size_t count_ = 0;
     bool file_error_ = false;
 };
 

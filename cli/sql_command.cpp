@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -6,6 +7,7 @@
 #include "commands.h"
 #include "csv_field.h"
 #include "json_text.h"
+#include "text.h"
 #include "text_table.h"
 
 namespace ledgix::cli {
@@ -61,9 +63,27 @@ void PrintJson(dao::Recordset& rows, std::ostream& out) {
     out << "\n]\n";
 }
 
+bool IsAction(const std::string& statement) {
+    const std::size_t begin = std::min(statement.find_first_not_of(" \t\r\n"), statement.size());
+    const std::size_t end = std::min(statement.find_first_of(" \t\r\n[", begin), statement.size());
+    const std::string verb = runtime::FoldCase(statement.substr(begin, end - begin));
+    return verb == "insert" || verb == "update" || verb == "delete";
+}
+
+void PrintCount(std::size_t rows, Format format, std::ostream& out) {
+    if (format == Format::kCsv)
+        out << "rowsAffected\r\n" << rows << "\r\n";
+    else if (format == Format::kJson)
+        out << "{\"rowsAffected\": " << rows << "}\n";
+    else
+        out << rows << " rows changed.\n";
+}
+
 }  // namespace
 
 void RunSql(dao::Database& database, const std::string& statement, Format format, std::ostream& out) {
+    if (IsAction(statement))
+        return PrintCount(database.Execute(statement), format, out);
     const std::unique_ptr<dao::Recordset> rows =
         database.OpenRecordset(statement, dao::kOpenForwardOnly, dao::kReadOnly);
     if (format == Format::kCsv)

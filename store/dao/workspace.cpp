@@ -12,23 +12,8 @@
 
 namespace ledgix::dao {
 
-namespace {
-
-// For writing where that is allowed.
-std::unique_ptr<jet::DatabaseFile> OpenFile(const std::string& path) {
-    try {
-        return std::make_unique<jet::DatabaseFile>(path, jet::OpenMode::kReadWrite);
-    } catch (const runtime::RuntimeError& error) {
-        if (!error.Is(runtime::ErrorNumber::kCannotOpenFile))
-            throw;
-    }
-    return std::make_unique<jet::DatabaseFile>(path, jet::OpenMode::kRead);
-}
-
-}  // namespace
-
 std::unique_ptr<Database> Workspace::OpenDatabase(const std::string& path) {
-    return std::make_unique<Database>(path, OpenFile(path));
+    return std::make_unique<Database>(path, jet::OpenDatabaseFile(path));
 }
 
 Workspace& DefaultWorkspace() {

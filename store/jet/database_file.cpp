@@ -153,4 +153,14 @@ void DatabaseFile::WritePages(const std::vector<PagePtr>& pages) {
     }
 }
 
+std::unique_ptr<DatabaseFile> OpenDatabaseFile(const std::string& path) {
+    try {
+        return std::make_unique<DatabaseFile>(path, OpenMode::kReadWrite);
+    } catch (const runtime::RuntimeError& error) {
+        if (!error.Is(runtime::ErrorNumber::kCannotOpenFile))
+            throw;
+    }
+    return std::make_unique<DatabaseFile>(path, OpenMode::kRead);
+}
+
 }  // namespace ledgix::jet

@@ -76,4 +76,7 @@ private:
     int readers_ = 0;
 };
 
+// Opens a file that others may have open too, to write where that is allowed, else to read.
+std::unique_ptr<DatabaseFile> OpenDatabaseFile(const std::string& path);
+
 }  // namespace ledgix::jet

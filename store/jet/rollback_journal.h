@@ -18,9 +18,8 @@ namespace ledgix::jet {
 //   8   4  size of a page, 12: pages of the file before the change, 16: pages changed, new ones included
 //   20  4  pages kept: those changed that the file had before
 //   24  8  checksum of all that precedes and follows
-//   32     for each page changed, ascending: its number, 4 bytes, and the checksum of its new content, 8 bytes; then
-//   the
-//          old content of each page kept
+//   32     for each page changed, ascending: its number, 4 bytes, and the checksum of its new content, 8 bytes;
+//          then the old content of each page kept
 //
 // Numbers are little-endian. A journal that is cut off or has another checksum was never finished; then no page of the
 // database has been overwritten yet. Since a complete change is known by its checksums, the journal of one may come

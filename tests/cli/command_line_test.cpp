@@ -25,7 +25,11 @@ TEST(CommandLine, HelpIsDone) {
                                                                                            {"report", "--help"},
                                                                                            {"export", "--help"},
                                                                                            {"sql", "--help"},
-                                                                                           {"info", "--help"}}) {
+                                                                                           {"info", "--help"},
+                                                                                           {"import", "--help"},
+                                                                                           {"upgrade", "--help"},
+                                                                                           {"check", "--help"},
+                                                                                           {"compact", "--help"}}) {
         const test::CommandResult result = RunCli(arguments);
         EXPECT_EQ(result.status, cli::kDone);
         EXPECT_NE(result.out.find("Usage: ledgix-cli"), std::string::npos) << arguments.front();
@@ -42,6 +46,10 @@ TEST(CommandLine, ThatMakesNoSenseIsAUsageError) {
                                                {"report", "profile"},
                                                {"report", "analysis", "--profile", "1"},
                                                {"report", "profile", "--profile", "1", "--property", "1"},
+                                               {"import"},
+                                               {"compact"},
+                                               {"upgrade", "--format", "json"},
+                                               {"check", "--format", "csv"},
                                                {"sql"}}) {
         const test::CommandResult result = RunCli(arguments);
         EXPECT_EQ(result.status, cli::kUsageError) << Json(arguments).dump();
