@@ -70,7 +70,7 @@ void clsProfile::Save() {
     if (!store::DataIsEmpty(row.get()) && ProfileNumber != 0) {
         statement([&] { row->Edit(); });
     } else {
-        if (!Saved)
+        if (!Saved && row.get() && store::DataIsEmpty(row.get()))
             ClearLeftovers();
         statement([&] { row->AddNew(); });
         statement([&] { row->Set("profilenumber", ProfileNumber); });

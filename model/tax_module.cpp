@@ -28,12 +28,15 @@ void OpenTaxRates(store::ClosingRecordset& rows, std::string sql) {
 
 void InsertDefaultTaxRates() {
     const std::unique_ptr<dao::Transaction> change = store::BeginChange();
+    bool inserted = true;
     for (const char* statement :
          {"insert into tax_rates(upper, rate) values(38000,19.5)",
           "insert into tax_rates(upper, rate) values(60000,33)", "insert into tax_rates(upper, rate) values(0,39)"}) {
         std::string sql = statement;
-        store::ExecuteSQL(sql);
+        inserted = store::ExecuteSQL(sql) && inserted;
     }
+    if (!inserted)
+        return;
     const auto commit = [&] {
         if (change)
             change->Commit();
@@ -47,6 +50,9 @@ void InsertDefaultTaxRates() {
 void CheckDefaultTaxRates() {
     store::ClosingRecordset rows;
     OpenTaxRates(rows, "select * from tax_rates order by upper");
+    // One that can't be read may hold rows.
+    if (store::gDatabase && !rows.get())
+        return;
     if (!store::DataIsEmpty(rows.get()))
         return;
     store::DataClose(rows.get());

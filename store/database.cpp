@@ -65,8 +65,8 @@ void DataCreateSet(RecordsetPtr& recordset, std::string& sql, std::int16_t type,
     });
 }
 
-void ExecuteSQL(std::string& sql) {
-    Trapped("Execute SQL", [&] {
+bool ExecuteSQL(std::string& sql) {
+    return Trapped("Execute SQL", [&] {
         FixSQLQuotes(sql);
         OpenedDatabase().Execute(sql);
         return true;

@@ -31,11 +31,11 @@ void OpenDatabaseFile(const std::string& path);
 // Rewrites `sql` by FixSQLQuotes and opens a recordset on it. Leaves `recordset` as it was when that fails.
 void DataCreateSet(RecordsetPtr& recordset, std::string& sql, std::int16_t type, std::int16_t options);
 
-// Rewrites `sql` by FixSQLQuotes and runs it.
-void ExecuteSQL(std::string& sql);
+// Rewrites `sql` by FixSQLQuotes and runs it; false when that fails.
+bool ExecuteSQL(std::string& sql);
 
-// Makes what follows one change of the file, until the result is committed or dropped; nothing where the database is not
-// open or may not be written, and then each statement stands for itself. Raises nothing.
+// Makes what follows one change of the file, until the result is committed or dropped; nothing where the database is
+// not open or may not be written, and then each statement stands for itself. Raises nothing.
 std::unique_ptr<dao::Transaction> BeginChange();
 
 // True for nothing and at the end. False when the test itself fails.

@@ -11,13 +11,17 @@ namespace ledgix::jet {
 namespace {
 
 using runtime::ErrorNumber;
+using Clock = std::chrono::steady_clock;
 
 constexpr std::uint64_t kGate = std::uint64_t{1} << 40;
 constexpr std::uint64_t kData = kGate + 1;
+constexpr std::uint64_t kQueue = kGate + 2;
 constexpr std::uint64_t kTables = kGate << 1;
 
 constexpr std::chrono::milliseconds kShortestPause{1};
 constexpr std::chrono::milliseconds kLongestPause{16};
+// Who has waited for so long is let in before who comes anew.
+constexpr std::chrono::milliseconds kLongWait{200};
 
 [[noreturn]] void RaiseLocked() {
     runtime::RaiseEngineError(ErrorNumber::kLockedByOther,
@@ -35,13 +39,41 @@ FileSharing::FileSharing(PageFile& file, FileSystem& files, const std::string& p
 
 template <typename Attempt>
 bool FileSharing::WaitFor(Attempt attempt) const {
-    const auto deadline = std::chrono::steady_clock::now() + patience_;
+    const auto deadline = Clock::now() + patience_;
     for (std::chrono::milliseconds pause = kShortestPause; !attempt(); pause = std::min(2 * pause, kLongestPause)) {
-        if (std::chrono::steady_clock::now() >= deadline)
+        if (Clock::now() >= deadline)
             return false;
         std::this_thread::sleep_for(pause);
     }
     return true;
+}
+
+// One that writes again and again leaves the file for moments only, in which the others may never come to ask.
+template <typename Attempt>
+bool FileSharing::QueueFor(Attempt attempt) {
+    const auto start = Clock::now();
+    bool queued = false;
+    const bool granted = WaitFor([&] {
+        if (attempt())
+            return true;
+        if (!queued && Clock::now() - start >= kLongWait)
+            queued = file_.TryLock(kQueue, LockKind::kShared);
+        return false;
+    });
+    if (queued)
+        file_.TryLock(kQueue, LockKind::kNone);
+    return granted;
+}
+
+// Until they are in, or have had the time to ask.
+void FileSharing::LetOthersIn() {
+    const auto deadline = Clock::now() + 2 * kLongestPause;
+    while (!file_.TryLock(kQueue, LockKind::kExclusive)) {
+        if (Clock::now() >= deadline)
+            return;
+        std::this_thread::sleep_for(kShortestPause);
+    }
+    file_.TryLock(kQueue, LockKind::kNone);
 }
 
 bool FileSharing::TryToRead() {
@@ -54,7 +86,7 @@ bool FileSharing::TryToRead() {
 
 void FileSharing::LockToRead() {
     for (;;) {
-        if (!WaitFor([this] { return TryToRead(); }))
+        if (!QueueFor([this] { return TryToRead(); }))
             RaiseLocked();
         if (!journal_ || !journal_->Exists())
             return;
@@ -75,7 +107,8 @@ bool FileSharing::TryToWrite() {
 void FileSharing::LockToWrite() {
     if (!file_.IsWritable())
         runtime::RaiseEngineError(ErrorNumber::kDatabaseReadOnly, "Cannot update. Database or object is read-only.");
-    if (!WaitFor([this] { return TryToWrite(); })) {
+    LetOthersIn();
+    if (!QueueFor([this] { return TryToWrite(); })) {
         file_.TryLock(kGate, LockKind::kNone);
         RaiseLocked();
     }

@@ -17,6 +17,7 @@ namespace ledgix::jet {
 //
 //   gate   held exclusively by who waits for, or has, the right to write: readers that come later wait behind it
 //   data   held shared by readers, exclusively by the writer
+//   queue  held shared by who has waited long: writers that come later let them go first
 //   tables two places each: readers and who denies reading, writers and who denies writing
 class FileSharing {
 public:
@@ -53,6 +54,9 @@ private:
     bool SetPlace(std::uint64_t place, const Uses& uses);
     template <typename Attempt>
     bool WaitFor(Attempt attempt) const;
+    template <typename Attempt>
+    bool QueueFor(Attempt attempt);
+    void LetOthersIn();
 
     PageFile& file_;
     std::unique_ptr<RollbackJournal> journal_;

@@ -35,6 +35,14 @@ std::span<std::uint8_t> RowStore::ChangePage(PageNumber number) {
     return page;
 }
 
+// The row must be there.
+std::span<std::uint8_t> RowStore::ChangePageOf(RowId row) {
+    const std::span<std::uint8_t> page = ChangePage(row.page);
+    if (row.slot >= LoadU16(page, pager_.format().data_page.slot_count))
+        RaiseDamage(Describe(row) + " is to be changed, and there is none");
+    return page;
+}
+
 RowId RowStore::Append(Bytes row, std::uint16_t flags) {
     const Format& format = pager_.format();
     if (last_page_ != 0) {
@@ -69,7 +77,7 @@ RowId RowStore::AppendToNewPage(Bytes row, std::uint16_t flags) {
 }
 
 bool RowStore::Replace(RowId id, Bytes row, std::uint16_t flags) {
-    const std::span<std::uint8_t> page = ChangePage(id.page);
+    const std::span<std::uint8_t> page = ChangePageOf(id);
     const std::size_t before = RowBytes(pager_.format(), page, id.slot).size();
     if (!ResizeRow(pager_.format(), page, id.slot, row.size()))
         return false;
@@ -83,7 +91,7 @@ bool RowStore::Replace(RowId id, Bytes row, std::uint16_t flags) {
 
 void RowStore::Delete(RowId id) {
     const Format& format = pager_.format();
-    const std::span<std::uint8_t> page = ChangePage(id.page);
+    const std::span<std::uint8_t> page = ChangePageOf(id);
     ResizeRow(format, page, id.slot, 0);
     SetSlotFlags(format, page, id.slot, kSlotDeleted);
     if (HasLiveRows(format, page)) {

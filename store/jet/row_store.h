@@ -26,6 +26,7 @@ public:
 
 private:
     std::span<std::uint8_t> ChangePage(PageNumber number);
+    std::span<std::uint8_t> ChangePageOf(RowId row);
     RowId AppendToNewPage(Bytes row, std::uint16_t flags);
     bool HasFreeSpaceMap() const { return free_space_map_.page != 0; }
 

@@ -13,6 +13,7 @@
 #include "index_page_writer.h"
 #include "index_tree.h"
 #include "page_space.h"
+#include "row_writer.h"
 #include "runtime_error.h"
 #include "table_scan.h"
 #include "table_writer.h"
@@ -64,13 +65,6 @@ Column ColumnOf(const Format& format, const NewColumn& wanted) {
     return column;
 }
 
-// Bytes of a row whose variable columns are all empty.
-std::size_t ShortestRowOf(const Format& format, const TableDefinition& table) {
-    const std::size_t variable = table.variable_columns_ever;
-    return format.row.count_size + FixedPartSize(table) +
-           (variable == 0 ? 0 : (variable + 2) * format.row.offset_size) + (table.columns_ever + 7U) / 8;
-}
-
 // Gives a table another column; it has no maps yet.
 void Extend(const Format& format, TableDefinition& table, const NewColumn& wanted) {
     Column column = ColumnOf(format, wanted);
@@ -79,8 +73,7 @@ void Extend(const Format& format, TableDefinition& table, const NewColumn& wante
     if (table.columns_ever >= kMostColumns)
         RaiseEngineError(ErrorNumber::kTooManyFields, "Too many fields defined.");
     AddColumn(format, table, std::move(column));
-    if (ShortestRowOf(format, table) > format.row.longest)
-        RaiseEngineError(ErrorNumber::kRecordTooLarge, "Record is too large.");
+    RowEncoder(format, table).Finish();  // there is room for a row of nulls at least
 }
 
 void GiveMaps(Pager& pager, PageNumber beside, Column& column) {

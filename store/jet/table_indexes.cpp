@@ -53,9 +53,13 @@ std::optional<IndexKey> TableIndexes::KeyOf(const Tree& tree, const RowValues& v
     IndexKey key;
     std::size_t nulls = 0;
     for (std::size_t i = 0; i < tree.columns.size(); ++i) {
-        const runtime::Variant value = values(tree.columns[i]);
-        if (runtime::IsNull(value))
-            ++nulls;
+        runtime::Variant value = values(tree.columns[i]);
+        if (runtime::IsNull(value)) {
+            if (table_.columns[tree.columns[i]].type == ColumnType::kBoolean)
+                value = false;
+            else
+                ++nulls;
+        }
         AppendKeyColumn(pager_.format(), index.columns[i].ascending, value, key);
     }
     if (index.required && nulls > 0)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "byte_order.h"
 #include "hex.h"
 #include "jet_test.h"
@@ -65,6 +67,118 @@ TEST_P(DataPageWriter, GivesNoPageMoreThan255Rows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothGenerations, DataPageWriter, kBothGenerations, GenerationName);
+
+class ChangedDataPage : public DataPageWriter {
+protected:
+    void SetUp() override {
+        for (std::uint8_t i = 0; i < 4; ++i)
+            ASSERT_EQ(Append(ByteList(10, static_cast<std::uint8_t>(i + 1))), i);
+    }
+
+    bool Resize(std::uint8_t slot, std::size_t size) { return jet::ResizeRow(format(), page_, slot, size); }
+    ByteList RowAt(std::uint8_t slot) {
+        const auto row = jet::RowBytes(format(), page_, slot);
+        return {row.begin(), row.end()};
+    }
+    void ExpectOthersUnchanged(std::uint8_t changed) {
+        for (std::uint8_t i = 0; i < 4; ++i) {
+            if (i != changed) {
+                EXPECT_EQ(RowAt(i), ByteList(10, static_cast<std::uint8_t>(i + 1))) << int{i};
+            }
+        }
+        EXPECT_TRUE(jet::HasSoundRows(format(), page_));
+        EXPECT_EQ(jet::LoadU16(page_, format().data_page.free_bytes), jet::FreeBytes(format(), page_));
+    }
+    void SetSlot(std::size_t slot, std::size_t start) {
+        jet::StoreLittle(page_, format().data_page.slots + 2 * slot, static_cast<std::uint16_t>(start));
+    }
+};
+
+TEST_P(ChangedDataPage, HasRowsThatGrowByZeros) {
+    for (std::uint8_t slot = 0; slot < 4; ++slot) {
+        const std::size_t free = jet::FreeBytes(format(), page_);
+        ASSERT_TRUE(Resize(slot, 25));
+        ByteList grown(10, static_cast<std::uint8_t>(slot + 1));
+        grown.resize(25);
+        EXPECT_EQ(RowAt(slot), grown);
+        EXPECT_EQ(jet::FreeBytes(format(), page_), free - 15);
+        ExpectOthersUnchanged(slot);
+        ASSERT_TRUE(Resize(slot, 10));
+        ExpectOthersUnchanged(4);
+    }
+}
+
+TEST_P(ChangedDataPage, HasRowsThatShrinkAtTheirEnd) {
+    for (std::uint8_t slot = 0; slot < 4; ++slot) {
+        const std::size_t free = jet::FreeBytes(format(), page_);
+        jet::RowBytes(format(), page_, slot)[0] = 99;
+        ASSERT_TRUE(Resize(slot, 3));
+        EXPECT_EQ(RowAt(slot)[0], 99);
+        EXPECT_EQ(RowAt(slot).size(), 3U);
+        EXPECT_EQ(jet::FreeBytes(format(), page_), free + 7);
+        ExpectOthersUnchanged(slot);
+        ASSERT_TRUE(Resize(slot, 10));
+        std::fill_n(jet::RowBytes(format(), page_, slot).begin(), 10, static_cast<std::uint8_t>(slot + 1));
+    }
+}
+
+TEST_P(ChangedDataPage, HasRowsThatTakeAllTheRoomAndNoMore) {
+    const std::size_t free = jet::FreeBytes(format(), page_);
+    const std::vector<std::uint8_t> before = page_;
+    EXPECT_FALSE(Resize(1, 10 + free + 1));
+    EXPECT_EQ(page_, before);
+    EXPECT_TRUE(Resize(1, 10 + free));
+    EXPECT_EQ(jet::FreeBytes(format(), page_), 0U);
+    ExpectOthersUnchanged(1);
+    EXPECT_TRUE(Resize(1, 0));
+    EXPECT_EQ(jet::FreeBytes(format(), page_), free + 10);
+    ExpectOthersUnchanged(1);
+}
+
+TEST_P(ChangedDataPage, HasFlagsThatChangeWithoutTheRow) {
+    jet::SetSlotFlags(format(), page_, 2, jet::kSlotPointer);
+    EXPECT_EQ(jet::LoadU16(page_, format().data_page.slots + 4), (format().page_size - 30) | 0x4000);
+    ExpectOthersUnchanged(4);
+    ASSERT_TRUE(Resize(2, 4));
+    EXPECT_EQ(jet::LoadU16(page_, format().data_page.slots + 4), (format().page_size - 24) | 0x4000);
+    jet::SetSlotFlags(format(), page_, 2, 0);
+    EXPECT_EQ(jet::LoadU16(page_, format().data_page.slots + 4), format().page_size - 24);
+}
+
+TEST_P(ChangedDataPage, HasLiveRowsUntilAllAreDeleted) {
+    for (std::uint8_t slot = 0; slot < 4; ++slot) {
+        EXPECT_TRUE(jet::HasLiveRows(format(), page_));
+        jet::SetSlotFlags(format(), page_, slot, jet::kSlotDeleted);
+    }
+    EXPECT_FALSE(jet::HasLiveRows(format(), page_));
+    jet::SetSlotFlags(format(), page_, 2, jet::kSlotHidden);
+    EXPECT_TRUE(jet::HasLiveRows(format(), page_));
+    jet::SetSlotFlags(format(), page_, 2, jet::kSlotPointer);
+    EXPECT_TRUE(jet::HasLiveRows(format(), page_));
+}
+
+TEST_P(ChangedDataPage, IsNotSoundWithRowsThatAscendOrLieInTheSlots) {
+    const std::size_t end = format().page_size;
+    SetSlot(1, end - 9);
+    EXPECT_FALSE(jet::HasSoundRows(format(), page_));
+    SetSlot(1, end - 10);
+    EXPECT_TRUE(jet::HasSoundRows(format(), page_)) << "an empty row";
+    SetSlot(3, format().data_page.slots + 8);
+    EXPECT_TRUE(jet::HasSoundRows(format(), page_)) << "no room left";
+    SetSlot(3, format().data_page.slots + 7);
+    EXPECT_FALSE(jet::HasSoundRows(format(), page_));
+    SetSlot(3, 0);
+    EXPECT_FALSE(jet::HasSoundRows(format(), page_));
+}
+
+TEST_P(ChangedDataPage, IsNotSoundWithMoreSlotsThanItCanHave) {
+    for (const std::uint16_t slots : {std::uint16_t{257}, std::uint16_t{0xFFFF}}) {
+        jet::StoreLittle(page_, format().data_page.slot_count, slots);
+        EXPECT_FALSE(jet::HasSoundRows(format(), page_));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothGenerations, ChangedDataPage, kBothGenerations, GenerationName);
 
 }  // namespace
 

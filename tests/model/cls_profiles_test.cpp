@@ -7,6 +7,7 @@
 #include "cases.h"
 #include "error_of.h"
 #include "household_builder.h"
+#include "household_file.h"
 #include "message_recorder.h"
 
 namespace ledgix::model {
@@ -40,6 +41,10 @@ TEST_P(ProfileNumbering, FollowsTheHighestNumberSeen) {
     std::int32_t number = -1;
     profiles.AddItem(number);
     EXPECT_EQ(number, GetParam().at("newNumber").get<std::int32_t>());
+    const std::size_t held = profiles.Count();
+    profiles.Remove("P" + std::to_string(number));
+    EXPECT_EQ(profiles.Count(), held - 1);
+    EXPECT_EQ(profiles.AddItem().ProfileNumber, GetParam().at("newNumberAfterDeletingIt").get<std::int32_t>());
 }
 
 INSTANTIATE_TEST_SUITE_P(Numbering, ProfileNumbering,
@@ -109,6 +114,66 @@ TEST(Profiles, RunOutOfNumbersAt32Bits) {
     std::int32_t number = std::numeric_limits<std::int32_t>::max();
     profiles.AddItem(number);
     EXPECT_ERROR(profiles.AddItem(), ErrorNumber::kOverflow);
+}
+
+class RemovedProfiles : public testing::Test {
+protected:
+    RemovedProfiles() {
+        file.Open();
+        profiles.Load();
+    }
+
+    std::vector<runtime::Variant> Numbers(const std::string& table) const {
+        return file.Column("select ProfileNumber from " + table + " order by ProfileNumber");
+    }
+
+    test::HouseholdFile file{test::SampleContent("household-2000.mdb")};
+    test::MessageRecorder messages;
+    clsProfiles profiles;
+};
+
+TEST_F(RemovedProfiles, LoseTheirRowAndNoOtherDoes) {
+    const auto properties_before = file.Rows("select * from ProfileProperty");
+    profiles.Remove("P2");
+    EXPECT_EQ(profiles.Profiles().Keys(), (std::vector<std::string>{"P1", "P4"}));
+    EXPECT_EQ(Numbers("Profiles"), (std::vector<runtime::Variant>{1, 4}));
+    EXPECT_EQ(file.Rows("select * from ProfileProperty"), properties_before);
+}
+
+TEST_F(RemovedProfiles, GoByPositionToo) {
+    profiles.Remove(std::size_t{1});
+    EXPECT_EQ(Numbers("Profiles"), (std::vector<runtime::Variant>{2, 4}));
+    EXPECT_EQ(profiles.Item(std::size_t{1}).ProfileNumber, 2);
+}
+
+TEST_F(RemovedProfiles, LeaveTheirProperties) {
+    const std::size_t before = Numbers("ProfileProperty").size();
+    profiles.Remove("P4");
+    EXPECT_EQ(Numbers("ProfileProperty").size(), before);
+}
+
+TEST_F(RemovedProfiles, AreNotThoseThatAreNotHeld) {
+    const std::string before = file.bytes();
+    EXPECT_ERROR(profiles.Remove("P9"), ErrorNumber::kInvalidArgument);
+    EXPECT_ERROR(profiles.Remove(std::size_t{0}), ErrorNumber::kSubscript);
+    EXPECT_ERROR(profiles.Remove(std::size_t{4}), ErrorNumber::kSubscript);
+    EXPECT_EQ(file.bytes(), before);
+    EXPECT_EQ(profiles.Count(), 3U);
+}
+
+TEST_F(RemovedProfiles, ThatWereNeverSavedAreForgotten) {
+    const std::string before = file.bytes();
+    profiles.AddItem();
+    profiles.Remove("P5");
+    EXPECT_EQ(file.bytes(), before);
+    EXPECT_TRUE(messages.messages().empty());
+}
+
+TEST_F(RemovedProfiles, AreGoneAtTheNextLoad) {
+    profiles.Remove("P1");
+    clsProfiles next_start;
+    next_start.Load();
+    EXPECT_EQ(next_start.Profiles().Keys(), (std::vector<std::string>{"P2", "P4"}));
 }
 
 TEST(Profiles, DoNotLoadProperties) {

@@ -43,6 +43,41 @@ TEST(KeyedCollection, HasNothingOutsideItsPositionsAndKeys) {
     EXPECT_ERROR(Filled()["P3"], ErrorNumber::kInvalidArgument);
 }
 
+TEST(KeyedCollection, ForgetsWhatIsRemovedByPosition) {
+    KeyedCollection<int> items = Filled();
+    items.Add(std::make_unique<int>(5), "P5");
+    items.Remove(std::size_t{2});
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P7", "P5"}));
+    EXPECT_EQ(items[std::size_t{2}], 5);
+    EXPECT_EQ(items["P5"], 5);
+    EXPECT_FALSE(items.Contains("P2"));
+}
+
+TEST(KeyedCollection, ForgetsWhatIsRemovedByKeyInAnyCase) {
+    KeyedCollection<int> items = Filled();
+    items.Remove("p7");
+    EXPECT_EQ(items.Keys(), std::vector<std::string>{"P2"});
+    EXPECT_EQ(items["P2"], 2);
+    items.Remove("P2");
+    EXPECT_EQ(items.Count(), 0U);
+}
+
+TEST(KeyedCollection, TakesAKeyAgainBehindTheOthersOnceItIsRemoved) {
+    KeyedCollection<int> items = Filled();
+    items.Remove("P7");
+    items.Add(std::make_unique<int>(9), "P7");
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P2", "P7"}));
+    EXPECT_EQ(items["P7"], 9);
+}
+
+TEST(KeyedCollection, RemovesNothingThatItDoesNotHold) {
+    KeyedCollection<int> items = Filled();
+    EXPECT_ERROR(items.Remove(std::size_t{0}), ErrorNumber::kSubscript);
+    EXPECT_ERROR(items.Remove(std::size_t{3}), ErrorNumber::kSubscript);
+    EXPECT_ERROR(items.Remove("P3"), ErrorNumber::kInvalidArgument);
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P7", "P2"}));
+}
+
 TEST(KeyedCollection, ClearedTakesOldKeysAgain) {
     KeyedCollection<int> items = Filled();
     items.Clear();
