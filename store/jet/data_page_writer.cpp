@@ -35,7 +35,7 @@ std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8
     const std::size_t slot = LoadU16(page, layout.slot_count);
     const std::size_t taken = row.size() + kSlotSize;
     const std::size_t free = FreeBytes(format, page);
-    if (slot >= kMostSlotsWritten || taken > free)
+    if (!HasRoomFor(format, page, row.size()))
         return std::nullopt;
     const std::size_t start = StartOf(layout, page, slot) - row.size();
     std::copy(row.begin(), row.end(), page.begin() + static_cast<std::ptrdiff_t>(start));
@@ -43,6 +43,11 @@ std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8
     StoreLittle(page, layout.slot_count, static_cast<std::uint16_t>(slot + 1));
     StoreLittle(page, layout.free_bytes, static_cast<std::uint16_t>(free - taken));
     return static_cast<std::uint8_t>(slot);
+}
+
+bool HasRoomFor(const Format& format, Bytes page, std::size_t row_size) {
+    return LoadU16(page, format.data_page.slot_count) < kMostSlotsWritten &&
+           row_size + kSlotSize <= FreeBytes(format, page);
 }
 
 bool ResizeRow(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot, std::size_t size) {

@@ -18,6 +18,9 @@ std::vector<std::uint8_t> MakeDataPage(const Format& format, std::uint32_t owner
 std::optional<std::uint8_t> AppendRow(const Format& format, std::span<std::uint8_t> page, Bytes row,
                                       std::uint16_t flags = 0);
 
+// Whether AppendRow would find room for a row of so many bytes.
+bool HasRoomFor(const Format& format, Bytes page, std::size_t row_size);
+
 // Makes a row longer or shorter at its end; the rows behind it on the page move, and bytes added are zero. False, and
 // no change, when the page has no room.
 bool ResizeRow(const Format& format, std::span<std::uint8_t> page, std::uint8_t slot, std::size_t size);

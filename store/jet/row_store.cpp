@@ -27,41 +27,46 @@ constexpr std::size_t kWorthwhilePart = 16;
 RowStore::RowStore(Pager& pager, std::uint32_t owner, RowId owned_map, RowId free_space_map)
     : pager_(pager), owner_(owner), owned_map_(owned_map), free_space_map_(free_space_map) {}
 
-std::span<std::uint8_t> RowStore::ChangePage(PageNumber number) {
+PagePtr RowStore::ReadPage(PageNumber number) const {
     DataPage(pager_, number, owner_, kWhat);
-    const std::span<std::uint8_t> page = pager_.Change(number);
-    if (!HasSoundRows(pager_.format(), page))
+    PagePtr page = pager_.Read(number);
+    if (!HasSoundRows(pager_.format(), page->bytes))
         RaiseDamage("the rows of " + DescribePage(number) + " overlap");
     return page;
 }
 
 // The row must be there.
 std::span<std::uint8_t> RowStore::ChangePageOf(RowId row) {
-    const std::span<std::uint8_t> page = ChangePage(row.page);
-    if (row.slot >= LoadU16(page, pager_.format().data_page.slot_count))
+    if (row.slot >= LoadU16(ReadPage(row.page)->bytes, pager_.format().data_page.slot_count))
         RaiseDamage(Describe(row) + " is to be changed, and there is none");
-    return page;
+    return pager_.Change(row.page);
 }
 
 RowId RowStore::Append(Bytes row, std::uint16_t flags) {
     const Format& format = pager_.format();
-    if (last_page_ != 0) {
-        if (const auto slot = AppendRow(format, ChangePage(last_page_), row, flags))
-            return {.page = last_page_, .slot = *slot};
-    }
+    PageNumber candidate = last_page_;
+    if (candidate == 0 || !HasRoomFor(format, ReadPage(candidate)->bytes, row.size()))
+        candidate = FindRoom(row.size());
+    if (candidate == 0)
+        return AppendToNewPage(row, flags);
+    last_page_ = candidate;
+    return {.page = candidate, .slot = AppendRow(format, pager_.Change(candidate), row, flags).value()};
+}
+
+// A page of the free-space map, the highest first; 0 when none of the next ones has room. Those that are full leave the
+// map.
+PageNumber RowStore::FindRoom(std::size_t row_size) {
+    const Format& format = pager_.format();
     PageNumber candidate = HasFreeSpaceMap() ? HighestInMap(pager_, free_space_map_, pager_.page_count()) : 0;
     for (int attempt = 0; candidate != 0 && attempt < kMostAttempts; ++attempt) {
-        const std::span<std::uint8_t> page = ChangePage(candidate);
-        if (const auto slot = AppendRow(format, page, row, flags)) {
-            last_page_ = candidate;
-            return {.page = candidate, .slot = *slot};
-        }
-        if (FreeBytes(format, page) < format.page_size / kWorthwhilePart ||
-            LoadU16(page, format.data_page.slot_count) >= kMostSlotsWritten)
+        const PagePtr page = ReadPage(candidate);
+        if (HasRoomFor(format, page->bytes, row_size))
+            return candidate;
+        if (!HasRoomFor(format, page->bytes, format.page_size / kWorthwhilePart))
             RemoveFromMap(pager_, free_space_map_, candidate);
         candidate = HighestInMap(pager_, free_space_map_, candidate);
     }
-    return AppendToNewPage(row, flags);
+    return 0;
 }
 
 RowId RowStore::AppendToNewPage(Bytes row, std::uint16_t flags) {

@@ -25,7 +25,8 @@ public:
     void Delete(RowId id);
 
 private:
-    std::span<std::uint8_t> ChangePage(PageNumber number);
+    PagePtr ReadPage(PageNumber number) const;
+    PageNumber FindRoom(std::size_t row_size);
     std::span<std::uint8_t> ChangePageOf(RowId row);
     RowId AppendToNewPage(Bytes row, std::uint16_t flags);
     bool HasFreeSpaceMap() const { return free_space_map_.page != 0; }

@@ -18,7 +18,7 @@ class DatabaseFile;
 // 3251 text that can't be stored or indexed, 3026 no space, 3049 a damaged file.
 class TableWriter {
 public:
-    // The file must outlive the writer. It keeps the table's definition up to date for itself.
+    // The file must outlive the writer. No other writer may change the table meanwhile.
     TableWriter(DatabaseFile& file, TableDefinition table);
     ~TableWriter();
     TableWriter(const TableWriter&) = delete;

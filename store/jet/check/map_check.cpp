@@ -88,8 +88,10 @@ private:
         const std::uint64_t pages_per_bitmap = run_.format.PagesPerBitmap();
         for (std::size_t i = 0; kMapReferences + 4 * (i + 1) <= row.size(); ++i) {
             const PageNumber number = LoadU32(row, kMapReferences + 4 * i);
+            if (number == 0)
+                continue;
             end_ = (i + 1) * pages_per_bitmap;
-            if (number == 0 || !run_.claims.Take(number, PageUse::kMapBits, 0))
+            if (!run_.claims.Take(number, PageUse::kMapBits, 0))
                 continue;
             const PagePtr page = run_.pager.Read(number);
             if (page->kind() != PageKind::kUsageBitmap || page->bytes[1] != kPageInUse) {
