@@ -43,6 +43,8 @@ protected:
         file.Close();
     }
 
+    test::TemporaryFolder folder;
+    test::ScopedEnvironment application{"LEDGIX_FOLDER", folder.path()};
     test::MessageRecorder messages;
     test::DiagnosisRecorder diagnoses;
 };
