@@ -63,7 +63,7 @@ TEST(AmountText, IsWrittenOutInDigits) {
     EXPECT_EQ(CleanAmount("1.25E+15", kCents), "1250000000000000");
     EXPECT_EQ(CleanAmount("-1.5e2", kSigned), "-150");
     EXPECT_EQ(CleanAmount("12345E-2", kCents), "123.45");
-    EXPECT_EQ(CleanAmount("1E-05", {5, false}), "0.00001");
+    EXPECT_EQ(CleanAmount("1E-05", {5, false}), ".00001");
 }
 
 TEST(AmountText, TakesCommasForGroupingOnlyBetweenThrees) {

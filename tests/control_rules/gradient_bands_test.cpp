@@ -142,6 +142,11 @@ TEST(BandStrips, BeginAtTheStartEdgeAndEndAtTheFarOne) {
     EXPECT_EQ(BandStrips(BandDirection::kLeft, 500, 300, 10).front(), (BandStrip{0, 455, 0, 45, 300}));
 }
 
+TEST(BandStrips, ShowBothColoursWithASingleBand) {
+    const std::vector<BandStrip> halves{{0, 0, 0, 300, 250}, {1, 0, 250, 300, 250}};
+    EXPECT_EQ(BandStrips(BandDirection::kDown, 300, 500, 1), halves);
+}
+
 TEST(BandStrips, RunBothWaysFromTheMiddle) {
     const auto strips = BandStrips(BandDirection::kFromMiddle, 300, 500, 10);
     EXPECT_EQ(strips[0], (BandStrip{0, 0, 227.5, 300, 22.5}));
