@@ -27,10 +27,10 @@ void IndexCursor::Seek(const IndexKey& key) {
         if (down.RunsInCircle(number))
             RaiseDamage("the tree of index '" + index_.name + "' runs in a circle");
         leaf_.emplace(file_.pager(), number, table_.page);
-        next_entry_ = leaf_->LowerBound(key);
+        next_place_ = leaf_->LowerBound(key);
         if (leaf_->IsLeaf())
             break;
-        number = leaf_->Child(next_entry_);
+        number = leaf_->ChildFrom(next_place_);
     }
     guard_ = {};
     guard_.RunsInCircle(number);
@@ -40,7 +40,7 @@ void IndexCursor::Seek(const IndexKey& key) {
 bool IndexCursor::Next() {
     if (!leaf_)
         Seek({});
-    while (next_entry_ == leaf_->entry_count()) {
+    while (next_place_ == leaf_->used()) {
         const PageNumber next = leaf_->next();
         if (next == 0)
             return false;
@@ -49,10 +49,11 @@ bool IndexCursor::Next() {
         leaf_.emplace(file_.pager(), next, table_.page);
         if (!leaf_->IsLeaf())
             RaiseDamage(DescribePage(next) + " is no leaf of index '" + index_.name + "'");
-        next_entry_ = 0;
+        next_place_ = 0;
     }
     previous_.swap(entry_);
-    leaf_->ReadEntry(next_entry_++, entry_);
+    leaf_->ReadEntry(next_place_, entry_);
+    next_place_ = leaf_->EndOf(next_place_);
     if (!previous_.empty() &&
         !std::lexicographical_compare(previous_.begin(), previous_.end(), entry_.begin(), entry_.end()))
         RaiseDamage("the entries of index '" + index_.name + "' do not ascend in " + DescribePage(leaf_->number()));

@@ -6,7 +6,7 @@
 
 #include "circle_guard.h"
 #include "index_key.h"
-#include "index_page.h"
+#include "index_page_view.h"
 #include "jet_types.h"
 #include "table_definition.h"
 
@@ -36,8 +36,8 @@ private:
     DatabaseFile& file_;
     const TableDefinition& table_;
     const Index& index_;
-    std::optional<IndexPage> leaf_;
-    std::size_t next_entry_ = 0;
+    std::optional<IndexPageView> leaf_;
+    std::size_t next_place_ = 0;
     std::vector<std::uint8_t> entry_;
     std::vector<std::uint8_t> previous_;
     CircleGuard<PageNumber> guard_;

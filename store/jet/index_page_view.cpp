@@ -148,4 +148,12 @@ PageNumber IndexPageView::Child(std::size_t place) const {
     return LoadBig<std::uint32_t>(area_, EndOf(place) - kChildPointerSize);
 }
 
+PageNumber IndexPageView::ChildFrom(std::size_t place) const {
+    if (place < used_ || tail() != 0)
+        return Child(place);
+    if (IsEmpty())
+        RaiseDamage("the index page " + std::to_string(number_) + " has no children");
+    return Child(LastEntry());
+}
+
 }  // namespace ledgix::jet

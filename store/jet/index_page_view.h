@@ -45,6 +45,9 @@ public:
 
     // Of a node: the child of an entry; at used() the tail.
     PageNumber Child(std::size_t place) const;
+    // The child where a search goes on that LowerBound sent to this place: without a tail that of the last entry stands
+    // for all that is greater.
+    PageNumber ChildFrom(std::size_t place) const;
 
 protected:
     IndexPageView(const Format& format, Bytes page, PageNumber number, PageNumber owner);

@@ -156,7 +156,7 @@ TEST_P(Index, LookUpReadsFewPagesWhateverTheSizeOfTheTable) {
 TEST_P(Index, ANodeWithoutATailLeadsToItsLastChild) {
     const TableBuilder& table = AddEvenNumbers(8, {.name = "", .column = "", .entries_per_page = 4});
     Open(table);
-    const jet::IndexPage root(file_->pager(), index().root, table.page());
+    const jet::IndexPageView root(file_->pager(), index().root, table.page());
     jet::StoreLittle(Root(), layout().tail, std::uint32_t{0});
     jet::StoreLittle(builder_->file().page(root.Child(0)), layout().next, std::uint32_t{0});
     OpenAgain(table);
