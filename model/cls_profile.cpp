@@ -35,6 +35,10 @@ constexpr std::array<std::span<const ProfileAmount>, 5> kAmountsInSavedOrder{
 
 }  // namespace
 
+std::string PropertyKey(std::int32_t lProfileNumber, std::int32_t lPropertyNumber) {
+    return "P" + runtime::ToText(lProfileNumber) + "-" + runtime::ToText(lPropertyNumber);
+}
+
 double clsProfile::TotalIncome() const {
     return Total(*this, kIncomeAmounts);
 }
@@ -111,6 +115,44 @@ void clsProfile::RemoveProperty(std::string_view key) {
     properties_.Remove(key);
 }
 
+void clsProfile::ForgetProperty(std::string_view key) {
+    properties_.Remove(key);
+}
+
+void clsProfile::TakeFreeNumber(clsProperty& property) {
+    const std::string old_key = PropertyKey(ProfileNumber, property.PropertyNumber);
+    property.PropertyNumber =
+        FreeNumber(property.PropertyNumber,
+                   "select * from profileproperty where profilenumber = " + runtime::ToText(ProfileNumber),
+                   "propertynumber", highest_property_);
+    properties_.Rename(old_key, PropertyKey(ProfileNumber, property.PropertyNumber));
+}
+
+void clsProfile::Display() {
+    if (!editor_) {
+        if (Saved)
+            LoadProperties();
+        editor_ = WindowsOfRecords().EditorOf(*this);
+    }
+    editor_->Show();
+    runtime::ResumeNext([&] { editor_->BringToFront(); }, [](const runtime::RuntimeError&) {});
+}
+
+void clsProfile::CloseForm() {
+    reports_.Clear();
+    editor_.reset();
+}
+
+void clsProfile::Analyse() {
+    constexpr std::int32_t kProfileReport = 0;
+    reports_.Run(kProfileReport, *this, nullptr);
+}
+
+void clsProfile::RaiseReloadProperties() const {
+    if (ReloadProperties)
+        ReloadProperties();
+}
+
 void clsProfile::ReloadProfile() {
     try {
         store::ClosingRecordset rows;
@@ -144,8 +186,7 @@ clsProperty& clsProfile::AddProperty(std::int32_t lProfileNumber, std::int32_t& 
     TakeNumber(lPropertyNumber, highest_property_);
     property->ProfileNumber = lProfileNumber;
     property->PropertyNumber = lPropertyNumber;
-    return properties_.Add(std::move(property),
-                           "P" + runtime::ToText(lProfileNumber) + "-" + runtime::ToText(lPropertyNumber));
+    return properties_.Add(std::move(property), PropertyKey(lProfileNumber, lPropertyNumber));
 }
 
 clsProperty& clsProfile::AddProperty(std::int32_t lProfileNumber) {

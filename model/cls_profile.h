@@ -2,16 +2,22 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "cls_property.h"
 #include "keyed_collection.h"
+#include "open_reports.h"
+#include "record_windows.h"
 #include "recordset.h"
 #include "variant.h"
 
 namespace ledgix::model {
+
+// "P3-7": what a property is found by in its profile.
+std::string PropertyKey(std::int32_t lProfileNumber, std::int32_t lPropertyNumber);
 
 // A household's yearly income and expenses before tax, its assets and liabilities, in dollars, and its candidate
 // purchases.
@@ -88,11 +94,35 @@ public:
     void RemoveProperty(std::size_t position);
     void RemoveProperty(std::string_view key);
 
+    // Forgets a property and leaves the database alone. Error as of Property.
+    void ForgetProperty(std::string_view key);
+
+    // Gives a property of this profile that was never saved another number, one above the highest of the database, when
+    // another program has taken its number meanwhile.
+    void TakeFreeNumber(clsProperty& property);
+
+    // Opens the profile's editor, or brings the open one to the front. A saved profile reads its properties afresh when
+    // its editor opens. Error 91 without windows.
+    void Display();
+
+    // Unloads the editor, and closes the previews of the profile's reports with it.
+    void CloseForm();
+
+    // Shows the profile report. The profile keeps its writer until CloseForm, so that the preview can run it again.
+    // Error 91 without windows.
+    void Analyse();
+
+    // Told when the list of properties has changed; the open editor listens.
+    std::function<void()> ReloadProperties;
+    void RaiseReloadProperties() const;
+
 private:
     void ClearLeftovers() const;
 
     KeyedCollection<clsProperty> properties_;
     std::int32_t highest_property_ = 0;
+    OpenReports reports_;
+    std::unique_ptr<EditorWindow> editor_;
 };
 
 // An amount of a profile. Its column bears the member's name.

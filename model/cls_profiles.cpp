@@ -13,11 +13,15 @@ namespace ledgix::model {
 
 std::unique_ptr<clsProfiles> gProfiles;
 
+std::string ProfileKey(std::int32_t lProfileNumber) {
+    return "P" + runtime::ToText(lProfileNumber);
+}
+
 clsProfile& clsProfiles::AddItem(std::int32_t& lProfileNumber) {
     auto profile = std::make_unique<clsProfile>();
     TakeNumber(lProfileNumber, highest_profile_);
     profile->ProfileNumber = lProfileNumber;
-    return profiles_.Add(std::move(profile), "P" + runtime::ToText(lProfileNumber));
+    return profiles_.Add(std::move(profile), ProfileKey(lProfileNumber));
 }
 
 clsProfile& clsProfiles::AddItem() {
@@ -33,6 +37,13 @@ void clsProfiles::Remove(std::size_t position) {
 void clsProfiles::Remove(std::string_view key) {
     Item(key).Delete();
     profiles_.Remove(key);
+}
+
+void clsProfiles::TakeFreeNumber(clsProfile& profile) {
+    const std::string old_key = ProfileKey(profile.ProfileNumber);
+    profile.ProfileNumber =
+        FreeNumber(profile.ProfileNumber, "select * from Profiles", "profilenumber", highest_profile_);
+    profiles_.Rename(old_key, ProfileKey(profile.ProfileNumber));
 }
 
 void clsProfiles::Load() {

@@ -3,12 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "cls_profile.h"
 #include "keyed_collection.h"
 
 namespace ledgix::model {
+
+// "P12": what a profile is found by in the collection.
+std::string ProfileKey(std::int32_t lProfileNumber);
 
 // Every profile of the database, and the one place where profile numbers are handed out.
 class clsProfiles {
@@ -28,6 +32,10 @@ public:
     // Deletes the profile's row, then forgets the profile. Errors as of Item, before anything is deleted.
     void Remove(std::size_t position);
     void Remove(std::string_view key);
+
+    // Gives a profile of this collection that was never saved another number, one above the highest of the database,
+    // when another program has taken its number meanwhile. Its properties must not have been added yet.
+    void TakeFreeNumber(clsProfile& profile);
 
     // Replaces the content by every row of Profiles, in the database's order; the highest number seen stays. An error
     // ends it in a message box; what was loaded so far stays. Properties are not loaded.

@@ -74,10 +74,14 @@ void clsProperty::Save() {
     }
 }
 
+std::string clsProperty::RowStatement() const {
+    return "select * from profileproperty where profilenumber = " + runtime::ToText(ProfileNumber) +
+           " and propertynumber = " + runtime::ToText(PropertyNumber);
+}
+
 void clsProperty::WriteRow() {
     store::ClosingRecordset row;
-    std::string sql = "select * from profileproperty where profilenumber = " + runtime::ToText(ProfileNumber) +
-                      " and propertynumber = " + runtime::ToText(PropertyNumber);
+    std::string sql = RowStatement();
     store::DataCreateSet(row.get(), sql, dao::kOpenDynaset, dao::kNoOptions);
     if (!store::DataEOF(row.get()) && PropertyNumber != 0) {
         row->Edit();
@@ -113,6 +117,39 @@ void clsProperty::Delete() const {
     std::string sql = "delete from profileproperty where ProfileNumber = " + runtime::ToText(ProfileNumber) +
                       " and propertynumber = " + runtime::ToText(PropertyNumber);
     store::ExecuteSQL(sql);
+}
+
+void clsProperty::Reload() {
+    try {
+        store::ClosingRecordset row;
+        std::string sql = RowStatement();
+        store::DataCreateSet(row.get(), sql, dao::kOpenForwardOnly, dao::kReadOnly);
+        if (!store::DataEOF(row.get()))
+            Load(*row.get());
+    } catch (const runtime::RuntimeError& error) {
+        services::DatabaseErrorHandler("clsProperty-Reload", error);
+    }
+}
+
+void clsProperty::Display() {
+    if (!editor_)
+        editor_ = WindowsOfRecords().EditorOf(*this);
+    editor_->Show();
+}
+
+void clsProperty::CloseForm() {
+    reports_.Clear();
+    editor_.reset();
+}
+
+void clsProperty::Analysis(clsProfile& objProfile) {
+    constexpr std::int32_t kFirstYear = 1;
+    reports_.Run(kFirstYear, objProfile, this);
+}
+
+void clsProperty::Year10Analysis(clsProfile& objProfile) {
+    constexpr std::int32_t kTenYears = 2;
+    reports_.Run(kTenYears, objProfile, this);
 }
 
 // Monthly payment ((q - 1) L) / (1 - q^-n) with the monthly factor q, the mortgage L and n months.

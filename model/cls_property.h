@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "open_reports.h"
+#include "record_windows.h"
 #include "recordset.h"
 #include "yearly_records.h"
 
@@ -45,6 +48,21 @@ public:
     // Removes the row of both numbers.
     void Delete() const;
 
+    // Reads the property's row again, where there is one. An error ends it and goes to the error log.
+    void Reload();
+
+    // Shows the property's editor, which is modal: returns when the user is done. The property may be gone by then.
+    // Error 91 without windows.
+    void Display();
+
+    // Unloads the editor, and closes the previews of the property's reports with it.
+    void CloseForm();
+
+    // Show the first year's report and the ten years' report. The property keeps their writers until CloseForm, so that
+    // a preview can run them again; the profile must last as long. Error 91 without windows.
+    void Analysis(clsProfile& objProfile);
+    void Year10Analysis(clsProfile& objProfile);
+
     // What is borrowed: price and costs less the deposit.
     double MortgageValue() const { return PurchaseCosts + PurchasePrice - DepositValue; }
 
@@ -61,6 +79,11 @@ public:
 
 private:
     void WriteRow();
+    // "select * from ..." of the row.
+    std::string RowStatement() const;
+
+    OpenReports reports_;
+    std::unique_ptr<EditorWindow> editor_;
 };
 
 }  // namespace ledgix::model

@@ -57,6 +57,19 @@ public:
         Remove(positions_.find(key)->second + 1);
     }
 
+    // Gives an item another key; its position stays. Errors 5 when `key` is not held, 457 when `new_key` is, by
+    // another.
+    void Rename(std::string_view key, const std::string& new_key) {
+        const auto found = positions_.find(key);
+        if (found == positions_.end())
+            runtime::RaiseError(runtime::ErrorNumber::kInvalidArgument);
+        const std::size_t position = found->second;
+        if (const auto held = positions_.find(new_key); held != positions_.end() && held != found)
+            runtime::RaiseError(runtime::ErrorNumber::kDuplicateKey);
+        positions_.erase(found);
+        positions_.emplace(new_key, position);
+    }
+
     // The keys in the order of the items.
     std::vector<std::string> Keys() const {
         std::vector<std::string> keys(items_.size());

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
+#include <string_view>
 
 #include "runtime_error.h"
 
@@ -21,5 +23,10 @@ inline void TakeNumber(std::int32_t& number, std::int32_t& highest_seen) {
         highest_seen = number;
     }
 }
+
+// Another number for a new record whose own has been taken by another program: one above the highest that the rows of
+// `sql` bear in `column`, or that was seen in this run. The same number when it is free, and where the rows cannot be
+// read. Raises nothing but error 6 as above.
+std::int32_t FreeNumber(std::int32_t number, std::string sql, std::string_view column, std::int32_t& highest_seen);
 
 }  // namespace ledgix::model

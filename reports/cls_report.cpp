@@ -36,6 +36,15 @@ Record& Known(Record* record) {
 
 }  // namespace
 
+clsReport::clsReport() {
+    engine_.PrintToPrinterButton = [this] { objReport_PrintToPrinterButton(); };
+}
+
+void clsReport::objReport_PrintToPrinterButton() {
+    engine_.SetDestination(zq::kToPrinter);
+    PrintReport();
+}
+
 void clsReport::PrintReport() {
     printed_ = false;
     try {

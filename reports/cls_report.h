@@ -5,6 +5,7 @@
 
 #include "cls_profile.h"
 #include "cls_property.h"
+#include "record_windows.h"
 #include "zq_reports.h"
 
 namespace ledgix::reports {
@@ -17,13 +18,16 @@ enum ReportKind : std::int32_t {
 
 // Runs one report: opens its template, has the report's body fill and print the bands, and shows the result. Created
 // for one report and kept as long as its preview is open, so that the report can be run again for the printer.
-class clsReport {
+class clsReport : public model::ReportWriter {
 public:
-    // The records stay the caller's and must outlive the writer's runs. Property reports need both: the property and
-    // the profile that owns it.
-    void Profile(model::clsProfile& objProfile) { profile_ = &objProfile; }
-    void Property(model::clsProperty& objProperty) { property_ = &objProperty; }
-    void ReportType(std::int32_t kind) { kind_ = kind; }
+    clsReport();
+    clsReport(const clsReport&) = delete;
+    clsReport& operator=(const clsReport&) = delete;
+
+    // Property reports need both: the property and the profile that owns it.
+    void Profile(model::clsProfile& objProfile) override { profile_ = &objProfile; }
+    void Property(model::clsProperty& objProperty) override { property_ = &objProperty; }
+    void ReportType(std::int32_t kind) override { kind_ = kind; }
 
     // The layout engine; report bodies call its bands and fields directly.
     zq::zqReports& objReport() { return engine_; }
@@ -31,7 +35,9 @@ public:
 
     // An error ends the run in a message box, and the report is not shown. A template that cannot be opened ends it
     // without a word.
-    void PrintReport();
+    void PrintReport() override;
+
+    bool InUse() const override { return engine_.PreviewOpen(); }
 
     // The last run reached its end.
     bool Printed() const { return printed_; }
@@ -42,6 +48,7 @@ public:
     void PrintMemo(std::string_view sMemo);
 
 private:
+    void objReport_PrintToPrinterButton();
     void RunBody();
 
     zq::zqReports engine_;

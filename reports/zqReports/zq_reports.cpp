@@ -128,8 +128,13 @@ void zqReports::Show() {
     if (!template_)
         runtime::RaiseError(runtime::ErrorNumber::kObjectNotSet);
     LayOutPages(*template_, printed_, document_);
-    if (Preview* preview = InstalledPreview())
-        preview->Show(document_, destination_);
+    Preview* preview = InstalledPreview();
+    if (!preview)
+        return;
+    if (destination_ == kToPrinter)
+        preview->Print(document_);
+    else
+        preview_window_ = preview->Show(document_, PrintToPrinterButton);
 }
 
 }  // namespace ledgix::zq

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -92,6 +93,12 @@ public:
     // preview. Error 91 when no template is open.
     void Show();
 
+    // The event that the preview raises when the user presses its print button. Set it before Show.
+    std::function<void()> PrintToPrinterButton;
+
+    // The preview of this engine is open.
+    bool PreviewOpen() const { return preview_window_ && preview_window_->IsOpen(); }
+
     // The bands printed so far; the pages are those of the last Show.
     const Document& document() const { return document_; }
 
@@ -101,6 +108,7 @@ private:
     std::vector<BandInstance> printed_;
     Document document_;
     int destination_ = kToPreview;
+    std::unique_ptr<PreviewWindow> preview_window_;
     std::string why_;
 };
 

@@ -151,7 +151,7 @@ model::clsProperty PropertyOf(const Json& fields) {
     model::clsProfile profile;
     profile.ProfileNumber = 1;
     profile.LoadProperties();
-    return profile.Property("P1-1");
+    return std::move(profile.Property("P1-1"));
 }
 
 }  // namespace ledgix::test

@@ -38,7 +38,7 @@ protected:
         clsProfile owner;
         owner.ProfileNumber = profile;
         owner.LoadProperties();
-        return owner.Property(key);
+        return std::move(owner.Property(key));
     }
     std::string Log() const { return test::Content(file.folder().File("errNov26.log")); }
 
@@ -129,6 +129,25 @@ TEST_F(SavedProperty, WithoutADatabaseIsReportedAndNotSaved) {
     ASSERT_FALSE(messages.messages().empty());
     EXPECT_EQ(messages.messages()[0].text.substr(0, 24), "General Errors...\r\n\r\n91 ");
     EXPECT_FALSE(property.Saved);
+}
+
+TEST_F(SavedProperty, IsReadBackAsItIsStored) {
+    clsProperty property = Stored(1, "P1-1");
+    const double price = property.PurchasePrice;
+    property.PurchasePrice = 1;
+    property.PropertyName = "changed";
+    property.Reload();
+    EXPECT_EQ(property.PurchasePrice, price);
+    EXPECT_NE(property.PropertyName, "changed");
+    EXPECT_TRUE(messages.messages().empty());
+}
+
+TEST_F(SavedProperty, KeepsItsValuesWhenThereIsNoRowToReadBack) {
+    clsProperty property = EveryFieldFilled();
+    property.Reload();
+    EXPECT_EQ(property.PurchasePrice, 1000.5);
+    EXPECT_FALSE(property.Saved);
+    EXPECT_TRUE(messages.messages().empty());
 }
 
 }  // namespace

@@ -30,6 +30,23 @@ TEST(KeyedCollection, FindsKeysInAnyCase) {
     EXPECT_FALSE(Filled().Contains("P3"));
 }
 
+TEST(KeyedCollection, GivesAnItemAnotherKeyInItsPlace) {
+    KeyedCollection<int> items = Filled();
+    items.Rename("p7", "P8");
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P8", "P2"}));
+    EXPECT_EQ(items["P8"], 7);
+    EXPECT_FALSE(items.Contains("P7"));
+    items.Rename("P8", "p8");
+    EXPECT_EQ(items["P8"], 7);
+}
+
+TEST(KeyedCollection, RefusesToRenameToAKeyThatAnotherItemHas) {
+    KeyedCollection<int> items = Filled();
+    EXPECT_ERROR(items.Rename("P7", "P2"), ErrorNumber::kDuplicateKey);
+    EXPECT_ERROR(items.Rename("P3", "P4"), ErrorNumber::kInvalidArgument);
+    EXPECT_EQ(items.Keys(), (std::vector<std::string>{"P7", "P2"}));
+}
+
 TEST(KeyedCollection, RefusesAKeyThatItHolds) {
     KeyedCollection<int> items = Filled();
     EXPECT_ERROR(items.Add(std::make_unique<int>(9), "p7"), ErrorNumber::kDuplicateKey);

@@ -144,5 +144,45 @@ TEST(ReportNumbers, RoundHalvesToTheEvenNeighbour) {
     EXPECT_EQ(RoundedNumber(2.675, 2), "2.68");
 }
 
+// Keeps the texts of reports that are shown and printed.
+class ShownReports : public zq::Preview {
+public:
+    ShownReports() { zq::InstallPreview(this); }
+    ~ShownReports() override { zq::InstallPreview(nullptr); }
+    ShownReports(const ShownReports&) = delete;
+    ShownReports& operator=(const ShownReports&) = delete;
+
+    struct Window : zq::PreviewWindow {
+        bool IsOpen() const override { return true; }
+    };
+
+    std::unique_ptr<zq::PreviewWindow> Show(const zq::Document& document, std::function<void()> button) override {
+        shown.push_back(zq::ToText(document));
+        print_button = std::move(button);
+        return std::make_unique<Window>();
+    }
+    void Print(const zq::Document& document) override { printed.push_back(zq::ToText(document)); }
+
+    std::vector<std::string> shown;
+    std::vector<std::string> printed;
+    std::function<void()> print_button;
+};
+
+TEST_F(ReportWriter, PrintsWhatItHasShownWhenThePrintButtonIsPressed) {
+    ShownReports reports;
+    profile.ProfileName = "Household";
+    profile.IncSalary = 70000;
+    clsReport report;
+    EXPECT_FALSE(report.InUse());
+    report.Profile(profile);
+    report.PrintReport();
+    EXPECT_TRUE(report.InUse());
+    ASSERT_EQ(reports.shown.size(), 1U);
+    EXPECT_NE(reports.shown[0].find("Household"), std::string::npos);
+    reports.print_button();
+    EXPECT_EQ(reports.shown.size(), 1U);
+    EXPECT_EQ(reports.printed, reports.shown);
+}
+
 }  // namespace
 }  // namespace ledgix::reports

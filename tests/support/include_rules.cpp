@@ -74,11 +74,11 @@ std::vector<Command> ReadCommands(const std::string& build_file) {
     return commands;
 }
 
-// add_layer(target folder uses...). False when there is none.
+// add_layer(target folder uses...), or add_window_layer. False when there is none.
 bool ReadDeclaredLayers(const std::vector<Command>& commands, std::map<std::string, Layer>& layers) {
     bool any = false;
     for (const auto& [name, arguments] : commands) {
-        if (name != "add_layer" || arguments.size() < 2)
+        if ((name != "add_layer" && name != "add_window_layer") || arguments.size() < 2)
             continue;
         layers[arguments[0]] = {arguments[1], {arguments.begin() + 2, arguments.end()}};
         any = true;

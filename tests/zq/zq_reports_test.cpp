@@ -183,13 +183,31 @@ public:
     PreviewRecorder(const PreviewRecorder&) = delete;
     PreviewRecorder& operator=(const PreviewRecorder&) = delete;
 
-    void Show(const Document& document, int destination) override {
+    struct Window : PreviewWindow {
+        explicit Window(PreviewRecorder& recorder) : recorder_(recorder) {}
+        ~Window() override { ++recorder_.destroyed; }
+        bool IsOpen() const override { return recorder_.open; }
+
+    private:
+        PreviewRecorder& recorder_;
+    };
+
+    std::unique_ptr<PreviewWindow> Show(const Document& document, std::function<void()> print_button) override {
         pages.push_back(document.pages.size());
-        destinations.push_back(destination);
+        destinations.push_back(kToPreview);
+        press_print = std::move(print_button);
+        return std::make_unique<Window>(*this);
+    }
+    void Print(const Document& document) override {
+        pages.push_back(document.pages.size());
+        destinations.push_back(kToPrinter);
     }
 
     std::vector<std::size_t> pages;
     std::vector<int> destinations;
+    std::function<void()> press_print;
+    int destroyed = 0;
+    bool open = true;
 };
 
 TEST_F(ZqReportsTest, HandsTheFinishedReportToThePreview) {
@@ -209,6 +227,37 @@ TEST_F(ZqReportsTest, KeepsTheDestinationForTheNextTemplate) {
     Open(kBands);
     engine_.Show();
     EXPECT_EQ(preview.destinations, std::vector<int>{2});
+}
+
+TEST_F(ZqReportsTest, KnowsWhetherItsPreviewIsOpen) {
+    PreviewRecorder preview;
+    EXPECT_FALSE(engine_.PreviewOpen());
+    Open(kBands);
+    engine_.Show();
+    EXPECT_TRUE(engine_.PreviewOpen());
+    preview.open = false;
+    EXPECT_FALSE(engine_.PreviewOpen());
+}
+
+TEST_F(ZqReportsTest, ClosesItsPreviewAtItsEnd) {
+    PreviewRecorder preview;
+    {
+        zqReports engine;
+        ASSERT_TRUE(engine.OpenTemplate(folder_.Write("any.rdn", test::kTemplateHead + kBands)));
+        engine.Show();
+        EXPECT_EQ(preview.destroyed, 0);
+    }
+    EXPECT_EQ(preview.destroyed, 1);
+}
+
+TEST_F(ZqReportsTest, RaisesTheEventOfThePrintButton) {
+    PreviewRecorder preview;
+    int pressed = 0;
+    engine_.PrintToPrinterButton = [&] { ++pressed; };
+    Open(kBands);
+    engine_.Show();
+    preview.press_print();
+    EXPECT_EQ(pressed, 1);
 }
 
 TEST_F(ZqReportsTest, RefusesUnknownDestinations) {

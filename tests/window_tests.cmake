@@ -1,0 +1,16 @@
+# add_window_tests(folder what it tests...): every tst_*.cpp of a folder is a program of its own, with real key presses
+# and clicks but without a screen.
+function(add_window_tests folder)
+  find_package(Qt6 REQUIRED COMPONENTS Test)
+  file(GLOB programs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/tst_*.cpp)
+  foreach(source ${programs})
+    cmake_path(GET source STEM name)
+    add_executable(${name} ${source})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE ${ARGN} Qt6::Test nlohmann_json::nlohmann_json)
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${folder} ${CMAKE_SOURCE_DIR}/tests/support)
+    target_compile_definitions(${name} PRIVATE LEDGIX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+    add_test(NAME ${folder}.${name} COMMAND ${name})
+    set_tests_properties(${folder}.${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
+  endforeach()
+endfunction()
