@@ -183,20 +183,26 @@ public:
     PreviewRecorder(const PreviewRecorder&) = delete;
     PreviewRecorder& operator=(const PreviewRecorder&) = delete;
 
+    // What the windows say and tell; they may outlive the recorder.
+    struct Screen {
+        int destroyed = 0;
+        bool open = true;
+    };
+
     struct Window : PreviewWindow {
-        explicit Window(PreviewRecorder& recorder) : recorder_(recorder) {}
-        ~Window() override { ++recorder_.destroyed; }
-        bool IsOpen() const override { return recorder_.open; }
+        explicit Window(std::shared_ptr<Screen> screen) : screen_(std::move(screen)) {}
+        ~Window() override { ++screen_->destroyed; }
+        bool IsOpen() const override { return screen_->open; }
 
     private:
-        PreviewRecorder& recorder_;
+        std::shared_ptr<Screen> screen_;
     };
 
     std::unique_ptr<PreviewWindow> Show(const Document& document, std::function<void()> print_button) override {
         pages.push_back(document.pages.size());
         destinations.push_back(kToPreview);
         press_print = std::move(print_button);
-        return std::make_unique<Window>(*this);
+        return std::make_unique<Window>(screen);
     }
     void Print(const Document& document) override {
         pages.push_back(document.pages.size());
@@ -206,8 +212,7 @@ public:
     std::vector<std::size_t> pages;
     std::vector<int> destinations;
     std::function<void()> press_print;
-    int destroyed = 0;
-    bool open = true;
+    std::shared_ptr<Screen> screen = std::make_shared<Screen>();
 };
 
 TEST_F(ZqReportsTest, HandsTheFinishedReportToThePreview) {
@@ -235,7 +240,7 @@ TEST_F(ZqReportsTest, KnowsWhetherItsPreviewIsOpen) {
     Open(kBands);
     engine_.Show();
     EXPECT_TRUE(engine_.PreviewOpen());
-    preview.open = false;
+    preview.screen->open = false;
     EXPECT_FALSE(engine_.PreviewOpen());
 }
 
@@ -245,9 +250,9 @@ TEST_F(ZqReportsTest, ClosesItsPreviewAtItsEnd) {
         zqReports engine;
         ASSERT_TRUE(engine.OpenTemplate(folder_.Write("any.rdn", test::kTemplateHead + kBands)));
         engine.Show();
-        EXPECT_EQ(preview.destroyed, 0);
+        EXPECT_EQ(preview.screen->destroyed, 0);
     }
-    EXPECT_EQ(preview.destroyed, 1);
+    EXPECT_EQ(preview.screen->destroyed, 1);
 }
 
 TEST_F(ZqReportsTest, RaisesTheEventOfThePrintButton) {

@@ -1,9 +1,6 @@
 #include <QBuffer>
 #include <QByteArray>
-#include <QFont>
-#include <QFontMetricsF>
 #include <QGuiApplication>
-#include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
@@ -13,7 +10,9 @@
 #include <optional>
 
 #include "document.h"
+#include "page_painter.h"
 #include "pdf_library.h"
+#include "typeset.h"
 
 #ifdef _WIN32
 #define LEDGIX_EXPORT __declspec(dllexport)
@@ -26,27 +25,7 @@ namespace ledgix::zq {
 namespace {
 
 constexpr int kUnitsPerInch = 1200;
-constexpr double kPointsPerInch = 72;
-constexpr double kUnitsPerPoint = kUnitsPerInch / kPointsPerInch;
-// Qt rounds sizes of typefaces to whole pixels; texts are therefore set at this one and scaled.
-constexpr int kTypefacePixels = 1000;
-// Finer pictures are made coarser, so that files stay small.
-constexpr double kPixelsPerPoint = 300 / kPointsPerInch;
-// Widths that differ by less are the same typeface, set with kerning.
-constexpr double kKerning = 0.06;
-constexpr double kRounding = 0.001;
-
-QString FromUtf8(const std::string& text) {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
-QColor ToQt(Colour colour) {
-    return {colour.red, colour.green, colour.blue};
-}
-
-double Units(double points) {
-    return points * kUnitsPerPoint;
-}
+constexpr double kUnitsPerPoint = kUnitsPerInch / 72.0;
 
 // Qt ends the program behind a fatal message, so that one must be seen.
 void DropRemarks(QtMsgType type, const QMessageLogContext&, const QString& message) {
@@ -84,89 +63,18 @@ private:
     std::optional<QGuiApplication> application_;
 };
 
-class PdfPainter {
-public:
-    PdfPainter(const Document& document, QPdfWriter& writer) : document_(document), writer_(writer) {}
-
-    bool Draw() {
-        if (!painter_.begin(&writer_))
+bool Draw(const Document& document, QPdfWriter& writer) {
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    painter.scale(kUnitsPerPoint, kUnitsPerPoint);
+    for (std::size_t page = 0; page < document.pages.size(); ++page) {
+        if (page > 0 && !writer.newPage())
             return false;
-        painter_.setRenderHint(QPainter::LosslessImageRendering);
-        for (std::size_t page = 0; page < document_.pages.size(); ++page) {
-            if (page > 0 && !writer_.newPage())
-                return false;
-            DrawPage(document_.pages[page]);
-        }
-        return painter_.end();
+        PaintPage(painter, document, document.pages[page]);
     }
-
-private:
-    void DrawPage(const Drawing& page) {
-        for (const PrintedBox& box : page.boxes)
-            painter_.fillRect(QRectF(Units(box.left), Units(box.top), Units(box.width), Units(box.height)),
-                              ToQt(box.colour));
-        for (const PrintedLine& line : page.lines) {
-            painter_.setPen(QPen(ToQt(line.colour), Units(line.weight), Qt::SolidLine, Qt::FlatCap));
-            painter_.drawLine(QPointF(Units(line.x1), Units(line.y1)), QPointF(Units(line.x2), Units(line.y2)));
-        }
-        for (const PrintedPicture& picture : page.pictures)
-            DrawPicture(picture);
-        for (const PrintedText& text : page.texts)
-            DrawText(text);
-    }
-
-    void DrawPicture(const PrintedPicture& picture) {
-        QImage image =
-            QImage::fromData(QByteArray::fromRawData(picture.content->data(), qsizetype(picture.content->size())));
-        if (image.isNull())
-            return;
-        const QSizeF place(picture.width, picture.height);
-        const QSizeF size = QSizeF(image.size()).scaled(place, Qt::KeepAspectRatio);
-        if (image.width() > size.width() * kPixelsPerPoint)
-            image = image.scaled((size * kPixelsPerPoint).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        const double spare = place.width() - size.width();
-        const double left = picture.left + (picture.alignment == Alignment::kLeft     ? 0
-                                            : picture.alignment == Alignment::kCenter ? spare / 2
-                                                                                      : spare);
-        const double top = picture.top + (place.height() - size.height()) / 2;
-        painter_.drawImage(QRectF(Units(left), Units(top), Units(size.width()), Units(size.height())), image);
-    }
-
-    QFont FontOf(const PrintedText& text) const {
-        QFont font({FromUtf8(document_.typeface), "Liberation Sans", "Arial", "Helvetica"});
-        font.setPixelSize(kTypefacePixels);
-        font.setBold(text.bold);
-        font.setHintingPreference(QFont::PreferNoHinting);
-        // Figures stay in their columns.
-        font.setKerning(text.alignment != Alignment::kRight);
-        return font;
-    }
-
-    void DrawText(const PrintedText& text) {
-        const QString content = FromUtf8(text.text);
-        const QFont font = FontOf(text);
-        const double size = Units(text.size) / kTypefacePixels;
-        const double natural = QFontMetricsF(font, &writer_).horizontalAdvance(content) * size;
-        const double wanted = Units(text.width);
-        const bool fits = natural <= wanted * (1 + kRounding) && natural >= wanted * (1 - kKerning);
-        const double stretch = fits || natural <= 0 ? 1 : wanted / natural;
-        const double spare = wanted - natural * stretch;
-        const double shift = text.alignment == Alignment::kLeft     ? 0
-                             : text.alignment == Alignment::kCenter ? spare / 2
-                                                                    : spare;
-        painter_.save();
-        painter_.translate(Units(text.left) + shift, Units(text.baseline));
-        painter_.scale(size * stretch, size);
-        painter_.setFont(font);
-        painter_.setPen(ToQt(text.colour));
-        painter_.drawText(QPointF(0, 0), content);
-        painter_.restore();
-    }
-
-    const Document& document_;
-    QPdfWriter& writer_;
-    QPainter painter_;
-};
+    return painter.end();
+}
 
 QByteArray Render(const Document& document) {
     const ApplicationForDrawing application;
@@ -183,7 +91,7 @@ QByteArray Render(const Document& document) {
                       std::max(document.page_width, document.page_height));
     writer.setPageLayout(QPageLayout(QPageSize(size, QPageSize::Point, QString(), QPageSize::FuzzyMatch),
                                      landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()));
-    return PdfPainter(document, writer).Draw() ? content : QByteArray();
+    return Draw(document, writer) ? content : QByteArray();
 }
 
 }  // namespace

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+
+#include "document.h"
+#include "report_export.h"
+
+class QAction;
+class QDockWidget;
+class QLabel;
+class QToolBar;
+
+namespace ledgix::preview {
+
+class FindBar;
+class PageList;
+class PageView;
+
+// The window on a finished report. It keeps a copy of the document, closes when its owner does, and is deleted when it
+// is closed.
+class frmPreview : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // `print_button` is called when the user presses the print button. The owner may be nullptr.
+    frmPreview(const zq::Document& document, std::function<void()> print_button, QWidget* owner);
+
+    PageView* view;
+    FindBar* findBar;
+    PageList* lstPages;
+    QAction* cmdPrint;
+    QAction* cmdSavePdf;
+    QAction* cmdSaveCsv;
+    QAction* cmdPages;  // shows the list of pages
+    QAction* cmdPageBack;
+    QAction* cmdPageForward;
+    QLabel* lblPage;  // "Page 1 of 2"
+    QAction* cmdZoomOut;
+    QAction* cmdZoomIn;
+    QAction* cmdActualSize;  // shows the zoom
+    QAction* cmdFitWidth;
+    QAction* cmdFitPage;
+    QAction* cmdFind;
+    QAction* cmdClose;
+    QAction* cmdCopy;  // this and the next one are in the view's context menu
+    QAction* cmdSelectAll;
+
+    // How the user chooses a file to save the report in.
+    FileChoice ChooseFile = AskForFile;
+
+public slots:
+    void cmdPrint_Click();
+    void cmdSavePdf_Click();
+    void cmdSaveCsv_Click();
+    void cmdPageBack_Click();
+    void cmdPageForward_Click();
+    void cmdZoomOut_Click();
+    void cmdZoomIn_Click();
+    void cmdActualSize_Click();
+    void cmdFitWidth_Click();
+    void cmdFitPage_Click();
+    void cmdFind_Click();
+    void cmdClose_Click();
+    // Puts away what is open in the window, or else the window.
+    void Escape();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QToolBar* MakeToolBar();
+    void MakePageList();
+    void AddViewCommands();
+    QAction* AddToView(const char* name, const QString& text, const QKeySequence& key);
+    void ShowPage();
+    void ShowZoom();
+
+    zq::Document document_;
+    std::function<void()> print_button_;
+    QPointer<QWidget> owner_;
+};
+
+}  // namespace ledgix::preview
