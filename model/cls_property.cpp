@@ -64,13 +64,15 @@ void clsProperty::Load(const dao::Recordset& row) {
     Saved = true;
 }
 
-void clsProperty::Save() {
+bool clsProperty::Save() {
     const bool saved_before = Saved;
     try {
         WriteRow();
+        return true;
     } catch (const runtime::RuntimeError& error) {
         Saved = saved_before;
         services::DatabaseErrorHandler("clsProperty-Save", error);
+        return false;
     }
 }
 

@@ -42,8 +42,8 @@ public:
     void Load(const dao::Recordset& row);
 
     // Writes the property's row; a new one where there is none, or the number is 0. An error ends it and goes to the
-    // error log; the object keeps its values.
-    void Save();
+    // error log; the object keeps its values, and the result is false.
+    bool Save();
 
     // Removes the row of both numbers.
     void Delete() const;

@@ -285,7 +285,10 @@ TEST_P(SaveAddsRow, OrChangesTheOneThatIsThere) {
     clsProperty property;
     property.ProfileNumber = 8;
     property.PropertyNumber = number;
-    is_profile ? profile.Save() : property.Save();
+    if (is_profile)
+        profile.Save();
+    else
+        property.Save();
     EXPECT_EQ(store::gDatabase->CountRows(table) - before, GetParam().at("adds").get<bool>() ? 1U : 0U);
     EXPECT_TRUE(messages.messages().empty());
 }

@@ -67,7 +67,7 @@ TEST_F(SavedProperty, ReadsItsRateBackAsTheNearestSingle) {
 
 TEST_F(SavedProperty, IsSavedFromThenOn) {
     clsProperty property = EveryFieldFilled();
-    property.Save();
+    EXPECT_TRUE(property.Save());
     EXPECT_TRUE(property.Saved);
 }
 
@@ -103,7 +103,7 @@ TEST_F(SavedProperty, WithANameThatIsTooLongEndsInTheErrorLogAndKeepsItsValues) 
     const std::string before = file.bytes();
     clsProperty property = EveryFieldFilled();
     property.PropertyName = std::string(51, 'x');
-    property.Save();
+    EXPECT_FALSE(property.Save());
     EXPECT_EQ(messages.messages(), (std::vector<Message>{{"", runtime::kOkOnly, "Vantreo Ledgix"}}));
     EXPECT_EQ(diagnoses.Numbers(), std::vector<int>{3163});
     EXPECT_EQ(Log(), "07/11/26 09:05:03 \r\n");
@@ -117,7 +117,7 @@ TEST_F(SavedProperty, ThatIsStoredAndFailsIsStillASavedOne) {
     clsProperty property = Stored(1, "P1-1");
     const std::string before = file.bytes();
     property.PropertyName = std::string(51, 'x');
-    property.Save();
+    EXPECT_FALSE(property.Save());
     EXPECT_TRUE(property.Saved);
     EXPECT_EQ(file.bytes(), before);
 }
@@ -125,7 +125,7 @@ TEST_F(SavedProperty, ThatIsStoredAndFailsIsStillASavedOne) {
 TEST_F(SavedProperty, WithoutADatabaseIsReportedAndNotSaved) {
     file.Close();
     clsProperty property = EveryFieldFilled();
-    property.Save();
+    EXPECT_FALSE(property.Save());
     ASSERT_FALSE(messages.messages().empty());
     EXPECT_EQ(messages.messages()[0].text.substr(0, 24), "General Errors...\r\n\r\n91 ");
     EXPECT_FALSE(property.Saved);
