@@ -1,0 +1,72 @@
+#!/usr/bin/python3
+# Copyright the Vantreo Ledgix authors. GPL-3.0-or-later.
+"""Goes through the program's main flow and saves a picture of every window."""
+
+import argparse
+import tempfile
+import time
+from pathlib import Path
+
+from driver import press
+from end_to_end import AMOUNTS, PROPERTY
+from household import Application, MainFlow
+from screen import Screen
+
+
+class Album:
+    """Numbered pictures of the screen in a folder."""
+
+    def __init__(self, folder, screen):
+        self._folder = Path(folder)
+        self._folder.mkdir(parents=True, exist_ok=True)
+        self._screen = screen
+        self._count = 0
+        self._kept = set()
+
+    def keep(self, name):
+        if name in self._kept:
+            return
+        self._kept.add(name)
+        self._count += 1
+        time.sleep(0.4)  # animations come to their end
+        self._screen.save_picture(str(self._folder / f"{self._count:02}-{name}.png"))
+
+
+def run(application, album):
+    application.create_database()
+    flow = MainFlow(application, seen=album.keep)
+    flow.start()
+    flow.confirm_tax_rates()
+    flow.new_profile()
+    flow.enter_profile("Hannah and Tom Whitaker", AMOUNTS)
+    flow.add_profile()
+    flow.add_property("14 Harbour Terrace", "265000", PROPERTY)
+    album.keep("profile-purchases")
+    flow.profile_report()
+    window = flow.edit_property("14 Harbour Terrace")
+    flow.property_reports(window)
+    press("Escape")
+    flow.save_profile()
+    album.keep("main-window")
+    flow.delete_profile("Hannah and Tom Whitaker", "Return")
+    flow.about()
+    flow.help()
+    flow.exit()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--programs", required=True, help="folder of ledgix and ledgix-cli")
+    parser.add_argument("--output", required=True, help="folder of the pictures")
+    parser.add_argument("--appearance", choices=["light", "dark"], default="light")
+    parser.add_argument("--scale", type=float, default=1)
+    arguments = parser.parse_args()
+    size = (round(1366 * arguments.scale), round(850 * arguments.scale))
+    with tempfile.TemporaryDirectory() as scratch, Screen(*size) as screen:
+        looks = {"LEDGIX_APPEARANCE": arguments.appearance, "QT_SCALE_FACTOR": str(arguments.scale)}
+        application = Application(arguments.programs, scratch, looks)
+        run(application, Album(arguments.output, screen))
+
+
+if __name__ == "__main__":
+    main()
