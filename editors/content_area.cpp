@@ -11,6 +11,8 @@ namespace ledgix::editors {
 namespace {
 
 const QSize kTitleAndTaskBar(16, 72);
+// Sizes in pixels of the device are rounded.
+const QSize kRounding(2, 2);
 constexpr int kFocusMargin = 8;
 
 }  // namespace
@@ -43,7 +45,7 @@ void ContentArea::resizeEvent(QResizeEvent* event) {
 // A dialog that is cut leaves room for the bar that scrolls its content.
 QSize InitialSize(const QDialog& form) {
     const QSize room = form.screen()->availableSize() - kTitleAndTaskBar;
-    QSize size = form.sizeHint();
+    QSize size = form.sizeHint() + kRounding;
     if (size.width() > room.width())
         size.setHeight(room.height());
     if (size.height() > room.height())

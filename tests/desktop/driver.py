@@ -6,6 +6,7 @@ import os
 import subprocess
 import time
 
+SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))  # the bus tells places in pixels of scale 1
 PATIENCE = float(os.environ.get("LEDGIX_PATIENCE", "20"))  # seconds until something counts as missing
 
 
@@ -87,7 +88,7 @@ class Control:
                 yield Control(child)
 
     def place(self):
-        """Left, top, width and height on the screen."""
+        """Left, top, width and height on a screen of scale 1."""
         import pyatspi
 
         box = self._accessible.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
@@ -95,7 +96,7 @@ class Control:
 
     def point_at(self):
         left, top, width, height = self.place()
-        xdotool("mousemove", left + width // 2, top + height // 2)
+        xdotool("mousemove", round((left + width / 2) * SCALE), round((top + height / 2) * SCALE))
 
     def click(self, times=1):
         self.point_at()

@@ -1,13 +1,13 @@
 #!/usr/bin/python3
 # Copyright the Vantreo Ledgix authors. GPL-3.0-or-later.
-"""Goes through the program's main flow and saves a picture of every window."""
+"""Goes through the program's main flow and saves a picture of every window, at the scale that QT_SCALE_FACTOR sets."""
 
 import argparse
 import tempfile
 import time
 from pathlib import Path
 
-from driver import press
+from driver import SCALE, press
 from end_to_end import AMOUNTS, PROPERTY
 from household import Application, MainFlow
 from screen import Screen
@@ -59,12 +59,10 @@ def main():
     parser.add_argument("--programs", required=True, help="folder of ledgix and ledgix-cli")
     parser.add_argument("--output", required=True, help="folder of the pictures")
     parser.add_argument("--appearance", choices=["light", "dark"], default="light")
-    parser.add_argument("--scale", type=float, default=1)
     arguments = parser.parse_args()
-    size = (round(1366 * arguments.scale), round(850 * arguments.scale))
+    size = (round(1366 * SCALE), round(850 * SCALE))
     with tempfile.TemporaryDirectory() as scratch, Screen(*size) as screen:
-        looks = {"LEDGIX_APPEARANCE": arguments.appearance, "QT_SCALE_FACTOR": str(arguments.scale)}
-        application = Application(arguments.programs, scratch, looks)
+        application = Application(arguments.programs, scratch, {"LEDGIX_APPEARANCE": arguments.appearance})
         run(application, Album(arguments.output, screen))
 
 

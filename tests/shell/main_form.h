@@ -2,9 +2,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "case_list.h"
 #include "cls_profiles.h"
 #include "frm_main.h"
 #include "household_builder.h"
@@ -24,14 +22,6 @@
 // What tests of the main window share: a household in a file, the window on it, and record windows that tell what was
 // asked of them.
 namespace ledgix::test {
-
-// The member `cases` of a file in tests/data/cases; undefined when there is no such file.
-inline QJsonValue CasesOf(const QString& file) {
-    QFile cases(QStringLiteral(LEDGIX_TEST_DATA "/cases/") + file);
-    if (!cases.open(QIODevice::ReadOnly))
-        return QJsonValue::Undefined;
-    return QJsonDocument::fromJson(cases.readAll()).object().value("cases");
-}
 
 // Editors that keep a diary in place of windows: "open 2", "show 2", "front 2", "close 2".
 class EditorDiary : public model::RecordWindows {
