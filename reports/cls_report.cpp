@@ -51,6 +51,7 @@ void clsReport::PrintReport() {
         if (!engine_.OpenTemplate(runtime::ApplicationFile(TemplateName(kind_))))
             return;
         RunBody();
+        engine_.SetName(FileName());
         engine_.Show();
         printed_ = true;
     } catch (const runtime::RuntimeError& error) {
@@ -60,6 +61,15 @@ void clsReport::PrintReport() {
             services::WriteErrorLog(entry);
         }
     }
+}
+
+// "Analysis - Hannah and Tom - 14 Harbour Terrace"
+std::string clsReport::FileName() const {
+    std::string name = kind_ == kProfileReport ? "Profile" : kind_ == kAnalysisReport ? "Analysis" : "Outlook";
+    name.append(" - ").append(Known(profile_).ProfileName);
+    if (kind_ != kProfileReport)
+        name.append(" - ").append(Known(property_).PropertyName);
+    return name;
 }
 
 void clsReport::RunBody() {

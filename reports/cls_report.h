@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "cls_profile.h"
@@ -49,6 +50,7 @@ public:
 
 private:
     void objReport_PrintToPrinterButton();
+    std::string FileName() const;
     void RunBody();
 
     zq::zqReports engine_;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "conversions.h"
 #include "formats.h"
@@ -33,6 +34,10 @@ double Negated(const YearRecord& year) {
     return -year[kValue];
 }
 
+double InvestmentValue(const YearRecord& year) {
+    return year[YearValue::kPropertyValue] - year[YearValue::kMortgageBalance];
+}
+
 constexpr GridRow kRows[] = {
     {"Purchase Price", Stored<YearValue::kPurchasePrice>},
     {"Purchase Costs", Stored<YearValue::kPurchaseCosts>},
@@ -51,8 +56,19 @@ constexpr GridRow kRows[] = {
     {"  Per Week", [](const YearRecord& year) { return runtime::Round(year[YearValue::kCashAfterTax] / 52, 0); }},
     {"Property Value", Stored<YearValue::kPropertyValue>},
     {"Mortgage Value", Stored<YearValue::kMortgageBalance>},
-    {"Investment Value",
-     [](const YearRecord& year) { return year[YearValue::kPropertyValue] - year[YearValue::kMortgageBalance]; }},
+    {"Investment Value", InvestmentValue},
+};
+
+struct ChartRow {
+    GridRow row;
+    zq::ChartSeries::Kind kind;
+};
+
+constexpr ChartRow kChartRows[] = {
+    {{"Property Value", Stored<YearValue::kPropertyValue>}, zq::ChartSeries::Kind::kLine},
+    {{"Mortgage Value", Stored<YearValue::kMortgageBalance>}, zq::ChartSeries::Kind::kLine},
+    {{"Investment Value", InvestmentValue}, zq::ChartSeries::Kind::kBetween},
+    {{"Cash Flow (after tax)", Stored<YearValue::kCashAfterTax>}, zq::ChartSeries::Kind::kBars},
 };
 
 // Sets the cells of every year by its number and prints the row.
@@ -78,6 +94,19 @@ std::string ReturnText(const model::Outlook& outlook, std::size_t year) {
     return runtime::FormatTwoDecimals(*outlook.returns[year]) + "%";
 }
 
+zq::Chart ToChart(const model::Outlook& outlook, const std::string& property) {
+    zq::Chart chart{"Outlook: " + property, "Year", {}, "Value", "Each year", {}};
+    for (std::size_t year = 0; year <= model::kLastReportYear; ++year)
+        chart.categories.push_back(std::to_string(year));
+    for (const ChartRow& line : kChartRows) {
+        zq::ChartSeries series{std::string(line.row.caption), line.kind, {}};
+        for (std::size_t year = 0; year <= model::kLastReportYear; ++year)
+            series.values.push_back(line.row.value(outlook.records[year]));
+        chart.series.push_back(std::move(series));
+    }
+    return chart;
+}
+
 }  // namespace
 
 void PrintOutlookReport(clsReport& report, model::clsProperty& property, const model::clsProfile& profile) {
@@ -93,6 +122,7 @@ void PrintOutlookReport(clsReport& report, model::clsProperty& property, const m
     for (const GridRow& row : kRows)
         PrintRow(report, row.caption, [&](std::size_t year) { return PlainNumber(row.value(outlook.records[year])); });
     PrintRow(report, "Internal Rate of Return (IRR)", [&](std::size_t year) { return ReturnText(outlook, year); });
+    engine.SetChart(ToChart(outlook, property.PropertyName));
 }
 
 }  // namespace ledgix::reports

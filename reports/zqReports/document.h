@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -94,13 +95,35 @@ struct Drawing {
     std::vector<PrintedText> texts;
 };
 
+// A row of figures of a chart, one for each of its categories.
+struct ChartSeries {
+    // kBetween is what lies between the two lines named before it: the first less the second.
+    enum class Kind { kLine, kBetween, kBars };
+
+    std::string name;
+    Kind kind = Kind::kLine;
+    std::vector<double> values;  // amounts of money
+};
+
+// The figures that a report shows as a picture beside its pages. The lines share one scale, the bars another one.
+struct Chart {
+    std::string title;
+    std::string category_title;           // "Year"
+    std::vector<std::string> categories;  // "0", "1", ...
+    std::string lines_title;              // what the lines' scale measures, without the unit
+    std::string bars_title;
+    std::vector<ChartSeries> series;
+};
+
 struct Document {
     std::string title;
+    std::string name;  // of a file that the report is saved in, without an extension; may hold any characters
     std::string typeface;
     double page_width = 0;
     double page_height = 0;
     std::vector<PrintedBand> bands;  // in the order of printing
     std::vector<Drawing> pages;      // at least one, once the layout is ended
+    std::optional<Chart> chart;      // for the preview; no part of what is printed
 };
 
 }  // namespace ledgix::zq

@@ -112,10 +112,18 @@ void zqReports::PrintBand(std::string_view name) {
     document_.bands.push_back(ToPrintedBand(printed_.back()));
 }
 
+void zqReports::SetChart(Chart chart) {
+    document_.chart = std::move(chart);
+}
+
 zqReports::Fit zqReports::FitText(const Field& field, std::string_view text) const {
     const ItemTemplate& item = field.item();
     const std::size_t length = FittingLength(text, item.right - item.left, item.size, item.bold);
     return {std::string(text.substr(0, length)), std::string(text.substr(length))};
+}
+
+void zqReports::SetName(std::string name) {
+    document_.name = std::move(name);
 }
 
 void zqReports::SetDestination(int destination) {

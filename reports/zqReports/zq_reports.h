@@ -77,6 +77,9 @@ public:
     // Appends one instance of the band with its fields' texts of now. Error 3265 as above.
     void PrintBand(std::string_view name);
 
+    // The picture that belongs to the report. It lasts until a template is opened.
+    void SetChart(Chart chart);
+
     struct Fit {
         std::string part;
         std::string rest;
@@ -85,6 +88,9 @@ public:
     // belongs to the part), or inside a word that is wider than the field. Part and rest joined are the text; the part
     // of a text that is not empty holds at least one character.
     Fit FitText(const Field& field, std::string_view text) const;
+
+    // Names the document for those who save it; until the next template is opened.
+    void SetName(std::string name);
 
     // Where Show sends the report: kToPreview (0, what holds until set) or kToPrinter (2). Error 5 for others.
     void SetDestination(int destination);

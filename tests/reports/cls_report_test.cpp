@@ -168,6 +168,22 @@ public:
     std::function<void()> print_button;
 };
 
+TEST_F(ReportWriter, NamesItsFilesByReportProfileAndProperty) {
+    profile.ProfileName = "Hannah & Tom";
+    property.PropertyName = "14 Harbour Terrace";
+    const auto name = [&](std::int32_t kind) {
+        clsReport report;
+        report.Profile(profile);
+        report.Property(property);
+        report.ReportType(kind);
+        report.PrintReport();
+        return report.objReport().document().name;
+    };
+    EXPECT_EQ(name(kProfileReport), "Profile - Hannah & Tom");
+    EXPECT_EQ(name(kAnalysisReport), "Analysis - Hannah & Tom - 14 Harbour Terrace");
+    EXPECT_EQ(name(kOutlookReport), "Outlook - Hannah & Tom - 14 Harbour Terrace");
+}
+
 TEST_F(ReportWriter, PrintsWhatItHasShownWhenThePrintButtonIsPressed) {
     ShownReports reports;
     profile.ProfileName = "Household";

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "error_of.h"
+#include "report_csv.h"
 #include "report_fixture.h"
+#include "report_text.h"
 #include "runtime_error.h"
 
 namespace ledgix::zq {
@@ -282,6 +284,31 @@ TEST_F(ZqReportsTest, GivesTheSameDocumentWhenTheReportRunsAgain) {
     const std::string first = run();
     EXPECT_EQ(first, "same|fixed|a memo that is printed twice");
     EXPECT_EQ(run(), first);
+}
+
+TEST_F(ZqReportsTest, GivesTheChartAwayWithTheDocument) {
+    PreviewRecorder preview;
+    Open(kBands);
+    engine_.SetChart({"Outlook", "Year", {"0"}, "Value", "Each year", {{"Rent", ChartSeries::Kind::kLine, {5}}}});
+    engine_.Show();
+    ASSERT_TRUE(engine_.document().chart);
+    EXPECT_EQ(engine_.document().chart->title, "Outlook");
+    EXPECT_EQ(engine_.document().chart->series.at(0).values, std::vector<double>{5});
+    Open(kBands);
+    EXPECT_FALSE(engine_.document().chart);
+}
+
+TEST_F(ZqReportsTest, PrintsTheSameWithAChart) {
+    const auto run = [&](bool with_chart) {
+        Open(kBands);
+        Print("Header", "Title", "same");
+        if (with_chart)
+            engine_.SetChart(
+                {"Outlook", "Year", {"0"}, "Value", "Each year", {{"Rent", ChartSeries::Kind::kLine, {5}}}});
+        const Document document = Show();
+        return std::pair(ToCsv(document) + ToText(document), PageTexts(0));
+    };
+    EXPECT_EQ(run(true), run(false));
 }
 
 }  // namespace

@@ -1,15 +1,20 @@
 #include "frm_preview.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QDockWidget>
 #include <QEvent>
 #include <QLabel>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
 #include <utility>
 
+#include "chart_loader.h"
+#include "chart_page.h"
+#include "chart_view.h"
 #include "event_trap.h"
 #include "find_bar.h"
 #include "page_list.h"
@@ -121,7 +126,7 @@ frmPreview::frmPreview(const zq::Document& document, std::function<void()> print
     setWindowTitle(QString::fromStdString(document_.title) + " - Preview");
     view = new PageView(document_, this);
     view->setObjectName("view");
-    setCentralWidget(view);
+    setCentralWidget(MakePages());
     QToolBar* commands = MakeToolBar();
     addToolBar(commands);
     findBar = new FindBar(view, this);
@@ -129,6 +134,7 @@ frmPreview::frmPreview(const zq::Document& document, std::function<void()> print
     addToolBar(findBar);
     MakePageList();
     AddViewCommands();
+    MakeReportCommands();
     connect(view, &PageView::PageChanged, this, &frmPreview::ShowPage);
     connect(view, &PageView::ZoomChanged, this, &frmPreview::ShowZoom);
     ShowPage();
@@ -138,6 +144,21 @@ frmPreview::frmPreview(const zq::Document& document, std::function<void()> print
         owner_->installEventFilter(this);
     resize(sizeHint().expandedTo(QSize(commands->sizeHint().width(), 0)).boundedTo(screen()->availableSize() * 0.9));
     controls::KeepPlace(*this);
+}
+
+QWidget* frmPreview::MakePages() {
+    if (!document_.chart || !HasCharts())
+        return view;
+    pages = new QTabWidget(this);
+    pages->setObjectName("tabs");
+    pages->setAccessibleName("Report and chart");
+    pages->setDocumentMode(true);
+    chartPage = new ChartPage(document_, pages);
+    chartPage->setObjectName("chartPage");
+    pages->addTab(view, "&Report");
+    pages->addTab(chartPage, "C&hart");
+    connect(pages, &QTabWidget::currentChanged, this, &frmPreview::ShowTab);
+    return pages;
 }
 
 QToolBar* frmPreview::MakeToolBar() {
@@ -212,6 +233,28 @@ void frmPreview::AddViewCommands() {
     connect(escape, &QAction::triggered, this, controls::Handler(this, &frmPreview::Escape));
     // Actions of a hidden bar would not hear their keys.
     addActions({escape, findBar->cmdFindNext, findBar->cmdFindPrevious});
+}
+
+void frmPreview::MakeReportCommands() {
+    report_commands_ = new QActionGroup(this);
+    report_commands_->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
+    for (QAction* action : {cmdPages, cmdPageBack, cmdPageForward, cmdZoomOut, cmdActualSize, cmdZoomIn, cmdFitWidth,
+                            cmdFitPage, cmdFind, findBar->cmdFindNext, findBar->cmdFindPrevious})
+        report_commands_->addAction(action);
+}
+
+void frmPreview::ShowTab() {
+    const bool is_report = pages->currentWidget() == view;
+    if (!is_report) {
+        had_page_list_ = cmdPages->isChecked();
+        if (findBar->isVisible()) {
+            findBar->End();
+            chartPage->chart->setFocus();
+        }
+    }
+    cmdPages->setChecked(is_report && had_page_list_);
+    report_commands_->setEnabled(is_report);
+    lblPage->setEnabled(is_report);
 }
 
 void frmPreview::ShowPage() {

@@ -8,12 +8,15 @@
 #include "report_export.h"
 
 class QAction;
+class QActionGroup;
 class QDockWidget;
 class QLabel;
+class QTabWidget;
 class QToolBar;
 
 namespace ledgix::preview {
 
+class ChartPage;
 class FindBar;
 class PageList;
 class PageView;
@@ -28,6 +31,8 @@ public:
     frmPreview(const zq::Document& document, std::function<void()> print_button, QWidget* owner);
 
     PageView* view;
+    QTabWidget* pages = nullptr;  // report and chart; only of a document with a chart, as the next one
+    ChartPage* chartPage = nullptr;
     FindBar* findBar;
     PageList* lstPages;
     QAction* cmdPrint;
@@ -70,15 +75,20 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QWidget* MakePages();
     QToolBar* MakeToolBar();
     void MakePageList();
     void AddViewCommands();
+    void MakeReportCommands();
     QAction* AddToView(const char* name, const QString& text, const QKeySequence& key);
+    void ShowTab();
     void ShowPage();
     void ShowZoom();
 
     zq::Document document_;
     std::function<void()> print_button_;
+    QActionGroup* report_commands_;  // what moves and looks through the report's pages
+    bool had_page_list_ = false;     // before the chart was shown
     QPointer<QWidget> owner_;
 };
 

@@ -1,0 +1,48 @@
+#include "chart_loader.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+
+namespace ledgix::preview {
+
+namespace {
+
+// Beside the running program where it was built, below the prefix where it was installed.
+QStringList Folders() {
+    const QString program = QCoreApplication::applicationDirPath();
+    return {program, program + "/../lib/ledgix"};
+}
+
+}  // namespace
+
+bool HasCharts() {
+    return !FindChartLibrary(Folders()).isEmpty();
+}
+
+const chart::ChartDrawer* Charts() {
+    static const chart::ChartDrawer* const drawer = LoadCharts(FindChartLibrary(Folders()));
+    return drawer;
+}
+
+QString FindChartLibrary(const QStringList& folders) {
+    for (const QString& folder : folders)
+        for (const char* prefix : {"lib", ""})
+            for (const char* suffix : {".so", ".dll", ".dylib"}) {
+                const QString file = QDir(folder).filePath(QString(prefix) + chart::kChartLibrary + suffix);
+                if (QFileInfo(file).isFile())
+                    return file;
+            }
+    return {};
+}
+
+const chart::ChartDrawer* LoadCharts(const QString& file) {
+    if (file.isEmpty())
+        return nullptr;
+    QLibrary library(file);
+    const auto drawer = reinterpret_cast<chart::ChartDrawerFunction>(library.resolve(chart::kChartDrawerName));
+    return drawer ? drawer() : nullptr;
+}
+
+}  // namespace ledgix::preview
