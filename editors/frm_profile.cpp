@@ -313,6 +313,9 @@ void frmProfile::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Escape:
             cmdCancel->click();
             break;
+        case Qt::Key_F1:
+            cmdHelp->click();
+            break;
         default:
             QWidget::keyPressEvent(event);
     }

@@ -13,11 +13,15 @@ enum HelpTopic : int {
     kHelpAssets = 33,
     kHelpLiabilities = 34,
     kHelpPurchases = 35,
+    kHelpCalculator = 36,
     kHelpProperty = 40,
     kHelpProfileReport = 50,
     kHelpAnalysisReport = 51,
     kHelpOutlookReport = 52,
     kHelpPreview = 60,
+    kHelpExample = 70,
+    kHelpMortgage = 71,
+    kHelpLeftOut = 72,
 };
 
 }  // namespace ledgix::editors

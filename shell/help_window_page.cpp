@@ -23,11 +23,27 @@ Frame FrameOf(HelpBlock::Kind kind) {
         case HelpBlock::Kind::kItem:
             return {"<ul>", "</ul>"};
         case HelpBlock::Kind::kName:
+        case HelpBlock::Kind::kFigure:
             return {"<table style='margin-top: 8px; margin-bottom: 8px' width='100%' cellspacing='0' cellpadding='4'>",
                     "</table>"};
         default:
             return {};
     }
+}
+
+// Its name, how it is worked out, and what comes out; of a given figure the value alone.
+QString FigureRow(const HelpBlock& block) {
+    std::vector<std::string> steps = FigureSteps(block);
+    const QString value = Escaped(steps.back());
+    steps.pop_back();
+    const QString name = "<tr><td width='32%'><b>" + Escaped(block.name) + "</b></td><td>";
+    if (steps.empty())
+        return name + value + "</td><td></td></tr>";
+    QStringList lines;
+    for (const std::string& step : steps)
+        lines << "= " + Escaped(step);
+    return name + lines.join("<br>") + "</td><td width='16%' align='right' style='white-space: nowrap'><b>" + value +
+           "</b></td></tr>";
 }
 
 QString BlockText(const HelpBlock& block) {
@@ -39,6 +55,8 @@ QString BlockText(const HelpBlock& block) {
             return "<li>" + text + "</li>";
         case HelpBlock::Kind::kName:
             return "<tr><td width='32%'><b>" + Escaped(block.name) + "</b></td><td>" + text + "</td></tr>";
+        case HelpBlock::Kind::kFigure:
+            return FigureRow(block);
         case HelpBlock::Kind::kParagraph:
             break;
     }

@@ -10,6 +10,7 @@
 #include "form_windows.h"
 #include "frm_main.h"
 #include "frm_splash.h"
+#include "help_key.h"
 #include "message_box.h"
 #include "preview.h"
 #include "report_windows.h"
@@ -46,6 +47,7 @@ private:
     frmMain main_window_;
     editors::FormWindows forms_{main_window_};
     preview::ReportWindows reports_;
+    HelpKey help_key_{main_window_};
 };
 
 std::unique_ptr<Program> program;

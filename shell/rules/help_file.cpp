@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kNameMark = " :: ";
+constexpr std::string_view kStepMark = "= ";
 
 std::string Trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(" \t\r");
@@ -79,6 +80,8 @@ private:
             return TakeWithin(text);
         if (line.starts_with("see "))
             return TakeSee(text);
+        if (line.starts_with("figure "))
+            return TakeFigure(text);
         TakeText(text);
     }
 
@@ -115,6 +118,13 @@ private:
         open_ = false;
     }
 
+    void TakeFigure(std::string& text) {
+        TakeWord(text);
+        const auto mark = text.find(kStepMark);
+        const std::string name = Trimmed(std::string_view(text).substr(0, mark));
+        Add({HelpBlock::Kind::kFigure, name, mark == std::string::npos ? std::string() : text.substr(mark)});
+    }
+
     void TakeText(const std::string& text) {
         using Kind = HelpBlock::Kind;
         const auto mark = text.find(kNameMark);
@@ -133,13 +143,16 @@ private:
     }
 
     void Add(HelpBlock block) {
+        CheckFigure();
+        block_line_ = line_;
         pages_.back().blocks.push_back(std::move(block));
         open_ = true;
     }
 
     void Continue(const std::string& text) {
         std::string& block = pages_.back().blocks.back().text;
-        block += ' ';
+        if (!block.empty())
+            block += ' ';
         block += text;
     }
 
@@ -158,8 +171,20 @@ private:
     }
 
     void CheckPage() const {
-        if (!pages_.empty() && pages_.back().blocks.empty())
+        if (pages_.empty())
+            return;
+        if (pages_.back().blocks.empty())
             Refuse(page_line_, "a topic without text");
+        CheckFigure();
+    }
+
+    // The last block is complete.
+    void CheckFigure() const {
+        const std::vector<HelpBlock>& blocks = pages_.back().blocks;
+        if (blocks.empty() || blocks.back().kind != HelpBlock::Kind::kFigure)
+            return;
+        if (blocks.back().name.empty() || FigureSteps(blocks.back()).empty())
+            Refuse(block_line_, "a figure without a name or a value");
     }
 
     void CheckReferences() const {
@@ -172,6 +197,7 @@ private:
     std::vector<Reference> references_;
     int line_ = 0;
     int page_line_ = 0;
+    int block_line_ = 0;
     bool open_ = false;  // the next line of text may belong to the last block
 };
 
@@ -192,6 +218,18 @@ std::string WholeText(const HelpPage& page) {
 }
 
 }  // namespace
+
+std::vector<std::string> FigureSteps(const HelpBlock& figure) {
+    std::vector<std::string> steps;
+    std::string_view rest = figure.text;
+    while (rest.starts_with(kStepMark)) {
+        rest.remove_prefix(kStepMark.size());
+        const auto end = std::min(rest.find(" = "), rest.size());
+        steps.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return steps;
+}
 
 HelpFile::HelpFile(std::string_view text) : pages_(Reader().Read(text)) {}
 

@@ -12,6 +12,10 @@
 //   = Heading
 //   - an item of a list
 //   Salary :: what the name means     a row of a list of names; blanks around the two colons
+//   figure Total Assets               a row of a worked example: its name; what it is made of, by the names of other
+//     = Family Home + Cash            figures; the same with their figures; and what comes out. A figure that is given
+//     = 415,000 + 36,400              has the last one alone, one without names in it has no second line.
+//     = 451,400
 //   see 32 50                         other topics of interest, shown as links at the end
 //   Any other line                    text; lines that follow each other are one paragraph, an empty line ends it
 //
@@ -19,10 +23,10 @@
 namespace ledgix::shell {
 
 struct HelpBlock {
-    enum class Kind { kParagraph, kHeading, kItem, kName };
+    enum class Kind { kParagraph, kHeading, kItem, kName, kFigure };
     Kind kind = Kind::kParagraph;
-    std::string name;  // of kName
-    std::string text;
+    std::string name;  // of kName and kFigure
+    std::string text;  // of kFigure: "= Family Home + Cash = 415,000 + 36,400 = 451,400"
     bool operator==(const HelpBlock&) const = default;
 };
 
@@ -34,11 +38,15 @@ struct HelpPage {
     std::vector<int> see;
 };
 
+// What stands behind each "=" of a figure; the last one is its value.
+std::vector<std::string> FigureSteps(const HelpBlock& figure);
+
 class HelpFile {
 public:
     HelpFile() = default;
     // Error 5 with the number of the line that is no help: text before the first topic, a number that is none or is
-    // given twice, a topic without a title or without text, a reference to a topic that is not there.
+    // given twice, a topic without a title or without text, a figure without a name or a value, a reference to a
+    // topic that is not there.
     explicit HelpFile(std::string_view text);
 
     // In the order of the file.

@@ -1,5 +1,6 @@
 #include <QMessageBox>
 #include <QSettings>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -39,6 +40,8 @@ QWidget* WindowNamed(const QString& name) {
     return nullptr;
 }
 
+constexpr QSize kSmallestScreenAtScale2(683, 384);
+
 using Walk = std::function<void(QWidget&)>;
 
 }  // namespace
@@ -62,6 +65,7 @@ private:
     void Show(const QString& name, const Walk& walk);
     void ShowProfilePage(int page, const Walk& walk);
     void ShowMessage(const Walk& walk);
+    void ShowChart(model::clsProfile& profile);
 
     QTemporaryDir places_;
     HouseholdFile file_{SampleContent("household-2000.mdb")};
@@ -84,7 +88,7 @@ void tst_EveryWindow::cleanup() {
 void tst_EveryWindow::isUsableByEveryone_data() {
     QTest::addColumn<bool>("captions_fields");  // its labels belong to fields
     for (const char* form : {"main window", "income page", "expenses page", "assets page", "liabilities page",
-                             "purchases page", "property", "tax rates", "calculator", "preview", "help"})
+                             "purchases page", "property", "tax rates", "calculator", "preview", "chart", "help"})
         QTest::newRow(form) << true;
     for (const char* picture : {"splash", "about", "message"})
         QTest::newRow(picture) << false;
@@ -109,11 +113,24 @@ void tst_EveryWindow::ShowMessage(const Walk& walk) {
     runtime::MsgBox("Delete profile 'Hannah & Tom'?", runtime::kYesNo + runtime::kQuestion);
 }
 
+void tst_EveryWindow::ShowChart(model::clsProfile& profile) {
+    profile.LoadProperties();
+    profile.Property(1).Year10Analysis(profile);
+    QWidget* preview = WindowNamed("frmPreview");
+    QVERIFY(preview);
+    auto* pages = preview->findChild<QTabWidget*>();
+    QVERIFY(pages);
+    pages->setCurrentIndex(1);
+}
+
 void tst_EveryWindow::Show(const QString& name, const Walk& walk) {
     QVERIFY(shell::SubMain("started by a test"));
     model::clsProfile& profile = model::gProfiles->Item(1);
     const auto show = [&](QWidget& window) {
         window.show();
+        // The screen of these tests is smaller than any in use.
+        if (window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint))
+            window.resize(window.size().expandedTo(kSmallestScreenAtScale2));
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         walk(window);
         window.close();
@@ -146,8 +163,10 @@ void tst_EveryWindow::Show(const QString& name, const Walk& walk) {
     }
     if (name == "help")
         shell::OpenHelp(1, MainWindow());
-    else
+    else if (name == "preview")
         profile.Analyse();
+    else
+        ShowChart(profile);
     QWidget* window = WindowNamed(name == "help" ? "HelpWindow" : "frmPreview");
     QVERIFY(window);
     show(*window);

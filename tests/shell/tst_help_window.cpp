@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -75,6 +76,7 @@ private slots:
     void doesNothingWithoutAFile();
     void doesNothingWithADamagedFile();
     void aTextIsShownAsItIs();
+    void figuresShowTheirFormulaAndValue();
     void listsTopicsUnderTheirTopics();
     void theListFollowsTheTopicAndLeadsToIt();
     void linksLeadOnAndBackAndForward();
@@ -158,6 +160,15 @@ void tst_HelpWindow::aTextIsShownAsItIs() {
     HelpWindow shown{HelpFile(kText)};
     shown.ShowTopic(1);
     QVERIFY(Shown(shown).contains("Rent & <income>."));
+}
+
+void tst_HelpWindow::figuresShowTheirFormulaAndValue() {
+    HelpWindow window{
+        HelpFile("topic 1 Rent\nfigure Rent = 18,720\nfigure Left\n = Rent - 20\n = 18,720 - 20\n = 18,700\n")};
+    window.ShowTopic(1);
+    QString text = Shown(window);
+    text.replace(QRegularExpression("\\s+"), " ");
+    QVERIFY2(text.contains("Rent 18,720 Left = Rent - 20 = 18,720 - 20 18,700"), qPrintable(text));
 }
 
 void tst_HelpWindow::listsTopicsUnderTheirTopics() {
@@ -289,11 +300,15 @@ void tst_HelpWindow::theFileOfTheProgramHasEveryTopic_data() {
     QTest::newRow("assets") << int(kHelpAssets) << "Assets";
     QTest::newRow("liabilities") << int(kHelpLiabilities) << "Liabilities";
     QTest::newRow("purchases") << int(kHelpPurchases) << "Purchases";
+    QTest::newRow("calculator") << int(kHelpCalculator) << "Period calculator";
     QTest::newRow("property") << int(kHelpProperty) << "Property";
     QTest::newRow("profile report") << int(kHelpProfileReport) << "Profile report";
     QTest::newRow("analysis report") << int(kHelpAnalysisReport) << "Property analysis";
     QTest::newRow("outlook report") << int(kHelpOutlookReport) << "Long term outlook";
     QTest::newRow("preview") << int(kHelpPreview) << "Report preview";
+    QTest::newRow("example") << int(kHelpExample) << "The example in figures";
+    QTest::newRow("mortgage") << int(kHelpMortgage) << "Mortgage cost";
+    QTest::newRow("left out") << int(kHelpLeftOut) << "What the reports leave out";
 }
 
 void tst_HelpWindow::theFileOfTheProgramHasEveryTopic() {

@@ -87,6 +87,21 @@ TEST(HelpFile, BeginsAParagraphBehindAHeadingOrAnItem) {
     EXPECT_EQ(BlocksOf("- item\ntext\n"), (Blocks{{Kind::kItem, "", "item"}, {Kind::kParagraph, "", "text"}}));
 }
 
+TEST(HelpFile, ReadsTheFiguresOfAnExample) {
+    EXPECT_EQ(
+        BlocksOf(
+            "figure Rent = 18,720\nfigure Cash left\n  = Rent\n    - Rates\n  = 18,720 - 1,450\n  = 17,270\ntext\n"),
+        (Blocks{{Kind::kFigure, "Rent", "= 18,720"},
+                {Kind::kFigure, "Cash left", "= Rent - Rates = 18,720 - 1,450 = 17,270"},
+                {Kind::kParagraph, "", "text"}}));
+}
+
+TEST(HelpFile, TakesTheStepsOfAFigureApart) {
+    EXPECT_EQ(FigureSteps({Kind::kFigure, "Rent", "= 18,720"}), (std::vector<std::string>{"18,720"}));
+    EXPECT_EQ(FigureSteps({Kind::kFigure, "Cash left", "= Rent - Rates = 18,720 - 1,450 = 17,270"}),
+              (std::vector<std::string>{"Rent - Rates", "18,720 - 1,450", "17,270"}));
+}
+
 TEST(HelpFile, SkipsCommentsWithoutEndingAParagraph) {
     EXPECT_EQ(BlocksOf("one\n; not shown\ntwo\n"), (Blocks{{Kind::kParagraph, "", "one two"}}));
 }
@@ -108,6 +123,10 @@ TEST(HelpFile, RefusesWhatIsNoHelpAndNamesTheLine) {
     EXPECT_EQ(Refusal("topic 3 A\ntext\ntopic 3 B\ntext"), "Help file, line 3: a topic number that is given twice");
     EXPECT_EQ(Refusal("topic 3 A\n\ntopic 4 B\ntext"), "Help file, line 1: a topic without text");
     EXPECT_EQ(Refusal("topic 3 A\ntext\ntopic 4 B\n"), "Help file, line 3: a topic without text");
+    EXPECT_EQ(Refusal("topic 3 A\nfigure Rent\n\ntext"), "Help file, line 2: a figure without a name or a value");
+    EXPECT_EQ(Refusal("topic 3 A\ntext\nfigure = 5"), "Help file, line 3: a figure without a name or a value");
+    EXPECT_EQ(Refusal("topic 3 A\nfigure Rent\ntopic 4 B\ntext"),
+              "Help file, line 2: a figure without a name or a value");
 }
 
 TEST(HelpFile, RefusesReferencesToTopicsThatAreNotThere) {
@@ -146,6 +165,12 @@ TEST(HelpSearch, WantsAllWordsInAnyOrder) {
 TEST(HelpSearch, LooksAtNamesAndTheirText) {
     EXPECT_EQ(Numbers(HelpFile(kThreeTopics).Search("salary")), (std::vector<int>{31}));
     EXPECT_EQ(Numbers(HelpFile(kThreeTopics).Search("earn")), (std::vector<int>{31}));
+}
+
+TEST(HelpSearch, LooksAtFiguresAndTheirFormulas) {
+    const HelpFile file("topic 1 A\ntext\ntopic 2 B\nfigure Cash left\n  = Rent - Rates\n  = 17,270\n");
+    for (const char* words : {"cash left", "rent", "17,270"})
+        EXPECT_EQ(Numbers(file.Search(words)), (std::vector<int>{2})) << words;
 }
 
 }  // namespace
