@@ -19,7 +19,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 
-from screen import Screen  # noqa: E402
+from screen import Screen, on_a_bus_of_its_own  # noqa: E402
 
 PROFILES = 1000
 PATIENCE = 20  # seconds
@@ -179,4 +179,5 @@ def main():
 
 
 if __name__ == "__main__":
+    on_a_bus_of_its_own()
     main()

@@ -6,7 +6,7 @@ import argparse
 import tempfile
 
 from household import Application, MainFlow, expect, expect_soon
-from screen import Screen
+from screen import Screen, on_a_bus_of_its_own
 
 AMOUNTS = {
     "Income": [("Salary/Wages", "82500"), ("Interest Received", "640.5")],
@@ -122,4 +122,5 @@ def german_region(scratch):
 
 
 if __name__ == "__main__":
+    on_a_bus_of_its_own()
     main()

@@ -235,6 +235,10 @@ class MainFlow:
     def _look_at_report(self, name):
         preview = wait_for(self._open_preview, f"the preview of the {name}")
         self._seen(name)
+        if name == "outlook-report":
+            preview.find("page tab", "Chart").click()
+            preview.find("table", "Figures of the chart")
+            self._seen("outlook-chart")
         title = preview.name
         press("Escape")
         self.program.wait_without(title)

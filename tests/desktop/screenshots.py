@@ -8,9 +8,39 @@ import time
 from pathlib import Path
 
 from driver import SCALE, press
-from end_to_end import AMOUNTS, PROPERTY
 from household import Application, MainFlow
-from screen import Screen
+from screen import Screen, on_a_bus_of_its_own
+
+
+# The household of the help's examples.
+AMOUNTS = {
+    "Income": [("Salary/Wages", "82500"), ("Rental Income", "7800"), ("Interest Received", "640")],
+    "Expenses": [
+        ("General Living Expenses", "21600"),
+        ("Power", "2340"),
+        ("Rates", "1980"),
+        ("Insurance", "1650"),
+        ("Hire Purchase", "2160"),
+        ("Mortgage Repayments", "14820"),
+        ("Vehicle Expenses", "4300"),
+    ],
+    "Assets": [("Family Home", "415000"), ("Rental Properties", "140000"), ("Vehicles", "18000"), ("Cash", "56400")],
+    "Liabilities": [("Familty Home Mortgage", "168500"), ("Rental Home Mortgages", "62000"), ("Loans", "4100")],
+}
+PROPERTY = [
+    ("Purchase Costs", "2400"),
+    ("Deposit Value", "53000"),
+    ("Mortgage Rate", "7.25"),
+    ("Mortgage Term", "25"),
+    ("Rental Income", "18720"),
+    ("Rates", "1450"),
+    ("Insurance", "820"),
+    ("Repairs/Maintenance", "1200"),
+    ("Letting Fees", "1404"),
+    ("Other New Expenses", "300"),
+    ("Expected inflation rate", "2.5"),
+    ("Property Price Increase", "3"),
+]
 
 
 class Album:
@@ -32,9 +62,19 @@ class Album:
         self._screen.save_picture(str(self._folder / f"{self._count:02}-{name}.png"))
 
 
+def look(flow, album, name):
+    album.keep(name)
+    if name == "analysis-report":
+        press("F1")
+        window = flow.program.window("Vantreo Ledgix Help")
+        album.keep("help-analysis")
+        press("Escape")
+        flow.program.wait_without(window.name)
+
+
 def run(application, album):
     application.create_database()
-    flow = MainFlow(application, seen=album.keep)
+    flow = MainFlow(application, seen=lambda name: look(flow, album, name))
     flow.start()
     flow.confirm_tax_rates()
     flow.new_profile()
@@ -42,6 +82,9 @@ def run(application, album):
     flow.add_profile()
     flow.add_property("14 Harbour Terrace", "265000", PROPERTY)
     album.keep("profile-purchases")
+    flow.main.find("page tab", "Income").click()
+    album.keep("main-window-profile")
+    flow.show_purchases()
     flow.profile_report()
     window = flow.edit_property("14 Harbour Terrace")
     flow.property_reports(window)
@@ -67,4 +110,5 @@ def main():
 
 
 if __name__ == "__main__":
+    on_a_bus_of_its_own()
     main()

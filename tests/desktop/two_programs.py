@@ -7,7 +7,7 @@ import tempfile
 
 from driver import xdotool
 from household import Application, MainFlow, expect, expect_soon
-from screen import Screen
+from screen import Screen, on_a_bus_of_its_own
 
 
 class SideBySide:
@@ -80,4 +80,5 @@ def main():
 
 
 if __name__ == "__main__":
+    on_a_bus_of_its_own()
     main()
