@@ -2,8 +2,9 @@
 # Copyright the Vantreo Ledgix authors. GPL-3.0-or-later.
 """From the start of the desktop to a main window that can be used, side by side with another finance program.
 
-A window can be used when it is shown, painted, and answers its window manager: the program handles events. Both
-programs start in turns on one screen; ours with 1,000 profiles and without the splash, the other one with nothing."""
+A window can be used when its picture is complete: it is painted, and does not change any more. Both programs start in
+turns on one screen; ours with 1,000 profiles and without the splash, the other one with nothing, and without its
+greeting."""
 
 import argparse
 import json
@@ -23,6 +24,7 @@ from screen import Screen, on_a_bus_of_its_own  # noqa: E402
 
 PROFILES = 1000
 PATIENCE = 20  # seconds
+SETTLED = 0.5  # seconds without a change
 COLOURS_OF_A_PAINTED_WINDOW = 8
 
 
@@ -35,20 +37,21 @@ class Windows:
         self._x = X
         self._display = display.Display()
         self._root = self._display.screen().root
-        self._root.change_attributes(event_mask=X.SubstructureNotifyMask | X.PropertyChangeMask)
         self._atom = self._display.intern_atom
 
-    def usable_window(self, title):
-        """Waits for the window; its time of being usable."""
+    def painted_window(self, title):
+        """Waits for the window whose title ends so; the time at which its picture was complete."""
         end = time.monotonic() + PATIENCE
+        picture, changed = None, None
         while time.monotonic() < end:
             window = self._find(title)
-            if window is not None and self._answers(window, end):
-                answered = time.monotonic()
-                if self._is_painted(window):
-                    return answered
-            time.sleep(0.001)
-        raise RuntimeError(f"no usable window '{title}'")
+            now = self._picture(window) if window is not None else None
+            if now != picture:
+                picture, changed = now, time.monotonic()
+            elif picture is not None and self._is_painted(picture) and time.monotonic() - changed > SETTLED:
+                return changed
+            time.sleep(0.002)
+        raise RuntimeError(f"no window '{title}' that is painted")
 
     def _find(self, title):
         listed = self._root.get_full_property(self._atom("_NET_CLIENT_LIST"), self._x.AnyPropertyType)
@@ -56,38 +59,23 @@ class Windows:
             window = self._display.create_resource_object("window", number)
             try:
                 name = window.get_full_property(self._atom("_NET_WM_NAME"), self._x.AnyPropertyType)
-                if name and name.value.decode() == title:
+                if name and name.value.decode().endswith(title):
                     return window
             except Exception:  # a window that has just closed
                 continue
         return None
 
-    def _answers(self, window, end):
-        from Xlib.protocol import event
-
-        ping = self._atom("_NET_WM_PING")
-        stamp = int(time.monotonic() * 1000) & 0x7FFFFFFF
-        message = event.ClientMessage(
-            window=window, client_type=self._atom("WM_PROTOCOLS"), data=(32, [ping, stamp, window.id, 0, 0])
-        )
-        window.send_event(message)
-        self._display.flush()
-        while time.monotonic() < end:
-            while self._display.pending_events():
-                answer = self._display.next_event()
-                if answer.type == self._x.ClientMessage and list(answer.data[1][:2]) == [ping, stamp]:
-                    return True
-            time.sleep(0.0005)
-        return False
-
-    def _is_painted(self, window):
-        box = window.get_geometry()
+    def _picture(self, window):
+        """The upper left part, where both programs have their menu and the beginning of their content."""
         try:
-            picture = window.get_image(0, 0, min(box.width, 300), min(box.height, 300), self._x.ZPixmap, 0xFFFFFFFF)
+            box = window.get_geometry()
+            return window.get_image(0, 0, min(box.width, 400), min(box.height, 300), self._x.ZPixmap, 0xFFFFFFFF).data
         except Exception:  # not shown yet
-            return False
-        pixels = picture.data
-        return len({pixels[i : i + 4] for i in range(0, len(pixels), 4)}) >= COLOURS_OF_A_PAINTED_WINDOW
+            return None
+
+    @staticmethod
+    def _is_painted(picture):
+        return len({picture[i : i + 4] for i in range(0, len(picture), 4)}) >= COLOURS_OF_A_PAINTED_WINDOW
 
 
 def memory_of(process):
@@ -100,12 +88,12 @@ def memory_of(process):
 
 
 def start_once(windows, command, title, environment):
-    """Milliseconds to the usable window, and the memory a second later."""
+    """Milliseconds to the complete window, and the memory a second later."""
     quiet = subprocess.DEVNULL
     began = time.monotonic()
     process = subprocess.Popen(command, env={**os.environ, **environment}, stdout=quiet, stderr=quiet)
     try:
-        took = (windows.usable_window(title) - began) * 1000
+        took = (windows.painted_window(title) - began) * 1000
         time.sleep(1)
         return took, memory_of(process)
     finally:
@@ -133,11 +121,18 @@ def prepare_household(folder, programs):
         subprocess.run([cli, "--database", database, *arguments], check=True, stdout=subprocess.DEVNULL)
 
 
+def silence_greeting(config):
+    preferences = config / "homebank" / "preferences"
+    preferences.parent.mkdir(parents=True)
+    preferences.write_text("[General]\nShowWelcome=false\n")
+
+
 def run(rounds, programs):
     with tempfile.TemporaryDirectory() as scratch, Screen(1366, 900):
         folder = Path(scratch, "ledgix")
         folder.mkdir()
         prepare_household(folder, programs)
+        silence_greeting(Path(scratch, "config"))
         home = {"HOME": scratch, "XDG_CONFIG_HOME": str(Path(scratch, "config")), "NO_AT_BRIDGE": "1"}
         ours = {**home, "LEDGIX_FOLDER": str(folder), "LEDGIX_SETTINGS": str(folder / "settings.reg")}
         windows = Windows()
