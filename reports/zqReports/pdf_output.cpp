@@ -1,21 +1,11 @@
 #include "pdf_output.h"
 
-#include "application_folder.h"
 #include "files.h"
+#include "library_folders.h"
 #include "pdf_library.h"
 #include "runtime_error.h"
 
 namespace ledgix::zq {
-
-namespace {
-
-// Beside the running program where it was built, below the prefix where it was installed.
-std::vector<std::string> LibraryFolders() {
-    const std::string program = runtime::ProgramFolder();
-    return {program, program + "/../lib/ledgix"};
-}
-
-}  // namespace
 
 PdfRenderer FindPdfRenderer(const std::vector<std::string>& folders) {
     for (const std::string& folder : folders)
@@ -26,7 +16,7 @@ PdfRenderer FindPdfRenderer(const std::vector<std::string>& folders) {
 }
 
 std::string ToPdf(const Document& document) {
-    static const PdfRenderer renderer = FindPdfRenderer(LibraryFolders());
+    static const PdfRenderer renderer = FindPdfRenderer(runtime::LibraryFolders());
     std::string content;
     const PdfSink append = [](void* context, const char* bytes, std::size_t count) {
         static_cast<std::string*>(context)->append(bytes, count);

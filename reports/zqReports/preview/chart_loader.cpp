@@ -1,18 +1,20 @@
 #include "chart_loader.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLibrary>
+
+#include "library_folders.h"
 
 namespace ledgix::preview {
 
 namespace {
 
-// Beside the running program where it was built, below the prefix where it was installed.
 QStringList Folders() {
-    const QString program = QCoreApplication::applicationDirPath();
-    return {program, program + "/../lib/ledgix"};
+    QStringList folders;
+    for (const std::string& folder : runtime::LibraryFolders())
+        folders << QString::fromStdString(folder);
+    return folders;
 }
 
 }  // namespace
