@@ -2,16 +2,13 @@
 
 #include <QEvent>
 #include <QMdiSubWindow>
-#include <QSettings>
 #include <QWidget>
+
+#include "user_settings.h"
 
 namespace ledgix::controls {
 
 namespace {
-
-QSettings Store() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, "Vantreo", "Ledgix");
-}
 
 QString Key(const QWidget& window) {
     return "Windows/" + window.objectName();
@@ -26,7 +23,7 @@ void RestoreDocument(QWidget& document, const QRect& place) {
 }
 
 void Restore(QWidget& window) {
-    const QVariant kept = Store().value(Key(window));
+    const QVariant kept = UserSettings().value(Key(window));
     if (qobject_cast<QMdiSubWindow*>(&window)) {
         if (kept.toRect().isValid())
             RestoreDocument(window, kept.toRect());
@@ -36,7 +33,7 @@ void Restore(QWidget& window) {
 }
 
 void Keep(const QWidget& window) {
-    QSettings store = Store();
+    QSettings store = UserSettings();
     if (!qobject_cast<const QMdiSubWindow*>(&window))
         store.setValue(Key(window), window.saveGeometry());
     else if (!window.isMaximized() && !window.isMinimized())

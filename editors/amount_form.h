@@ -16,6 +16,13 @@ class zqTextBox;
 // What the forms of the editors have in common: rows of amounts with their units, in three columns.
 namespace ledgix::editors {
 
+// Around the content of a form and between its parts, in pixels.
+inline constexpr int kMargin = 12;
+inline constexpr int kSpacing = 8;
+
+// Of a profile and of a property, in characters: what their columns hold.
+inline constexpr int kLongestName = 50;
+
 enum class Unit { kMoneyAYear, kMoney, kPercent, kPercentAYear, kYears };
 
 struct AmountField {

@@ -28,12 +28,9 @@ using controls::zqTabDialog;
 
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSpacing = 8;
 constexpr int kTwipsPerPixel = 15;
 constexpr int kFrameTop = 360;   // twips below the top of the tab dialog
 constexpr int kFrameLeft = 120;  // twips right of its left
-constexpr int kLongestName = 50;
 constexpr const char* kAddCaption = "&Add";
 constexpr const char* kSaveCaption = "&Save";
 

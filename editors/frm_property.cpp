@@ -32,10 +32,6 @@ using model::clsProperty;
 
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSpacing = 8;
-constexpr int kLongestName = 50;
-
 clsProfile& ProfileOf(const clsProperty& property) {
     return model::gProfiles->Item(model::ProfileKey(property.ProfileNumber));
 }

@@ -26,8 +26,6 @@ using controls::zqTextBox;
 
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSpacing = 8;
 constexpr int kBoundDigits = 12;
 constexpr int kRateDigits = 8;
 constexpr int kRateDecimals = 4;

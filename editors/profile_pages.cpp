@@ -16,9 +16,6 @@ namespace ledgix::editors {
 
 namespace {
 
-constexpr int kMargin = 12;
-constexpr int kSpacing = 8;
-
 // As wide as its content at least: its scroll bar hides nothing.
 class ScrollingPage : public ContentArea {
 public:

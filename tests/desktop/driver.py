@@ -41,11 +41,6 @@ def type_text(text):
     xdotool("type", "--clearmodifiers", "--delay", 15, text)
 
 
-def close_active_window():
-    """By the frame, as the window manager does it."""
-    press("alt+F4")
-
-
 class Control:
     """An object of the program on the accessibility bus."""
 
@@ -57,10 +52,6 @@ class Control:
         return self._accessible.name
 
     @property
-    def description(self):
-        return self._accessible.description
-
-    @property
     def role(self):
         return self._accessible.getRoleName()
 
@@ -69,18 +60,11 @@ class Control:
         content = self._accessible.queryText()
         return content.getText(0, content.characterCount)
 
-    def is_in(self, state):
-        import pyatspi
-
-        return self._accessible.getState().contains(getattr(pyatspi, "STATE_" + state.upper()))
-
-    @property
-    def enabled(self):
-        return self.is_in("enabled")
-
     @property
     def showing(self):
-        return self.is_in("showing")
+        import pyatspi
+
+        return self._accessible.getState().contains(pyatspi.STATE_SHOWING)
 
     def children(self):
         for child in self._accessible:

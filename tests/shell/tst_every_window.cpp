@@ -4,9 +4,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <filesystem>
 #include <functional>
 
+#include "application_files.h"
 #include "cls_profiles.h"
 #include "frm_about.h"
 #include "frm_calc.h"
@@ -73,11 +73,7 @@ private:
 
 void tst_EveryWindow::initTestCase() {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, places_.path());
-    for (const char* name :
-         {"reports/templates/profile.rdn", "reports/templates/profile10.rdn", "shell/help/ledgix.hlp"}) {
-        const std::filesystem::path source = std::filesystem::path(LEDGIX_SOURCE) / name;
-        std::filesystem::copy(source, std::filesystem::path(file_.folder().path()) / source.filename());
-    }
+    AddApplicationFiles(file_.folder().path());
     file_.Close();
 }
 

@@ -9,9 +9,9 @@
 #include <QTimer>
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <functional>
 
+#include "application_files.h"
 #include "cls_profiles.h"
 #include "files.h"
 #include "frm_calc.h"
@@ -125,11 +125,7 @@ private:
 
 void tst_HelpKeys::initTestCase() {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, places_.path());
-    for (const char* name :
-         {"reports/templates/profile.rdn", "reports/templates/profile10.rdn", "shell/help/ledgix.hlp"}) {
-        const std::filesystem::path source = std::filesystem::path(LEDGIX_SOURCE) / name;
-        std::filesystem::copy(source, std::filesystem::path(file_.folder().path()) / source.filename());
-    }
+    AddApplicationFiles(file_.folder().path());
     file_.Close();
 }
 

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QSettings>
 #include <QStandardPaths>
 
 #include "file_proposal.h"
@@ -12,6 +11,7 @@
 #include "pdf_output.h"
 #include "report_csv.h"
 #include "runtime_error.h"
+#include "user_settings.h"
 
 namespace ledgix::preview {
 
@@ -19,13 +19,9 @@ namespace {
 
 constexpr const char* kFolderKey = "Folders/Reports";
 
-QSettings Store() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, "Vantreo", "Ledgix");
-}
-
 // The one used last, if it is still there.
 QString Folder() {
-    const QString kept = Store().value(kFolderKey).toString();
+    const QString kept = controls::UserSettings().value(kFolderKey).toString();
     return !kept.isEmpty() && QDir(kept).exists() ? kept
                                                   : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
@@ -66,7 +62,7 @@ void SaveFile(const Saved& saved, QWidget* owner, const FileChoice& choose, File
         return;
     try {
         write(path.toStdString());
-        Store().setValue(kFolderKey, QFileInfo(path).absolutePath());
+        controls::UserSettings().setValue(kFolderKey, QFileInfo(path).absolutePath());
     } catch (const runtime::RuntimeError& error) {
         std::string text = "The ";
         text += saved.what;
